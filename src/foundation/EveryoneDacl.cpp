@@ -1,0 +1,7 @@
+#include "foundation/EveryoneDacl.h"
+
+namespace Corvane {
+
+EveryoneDacl::~EveryoneDacl() = default;
+
+} // namespace Corvane

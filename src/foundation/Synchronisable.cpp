@@ -1,0 +1,7 @@
+#include "foundation/Synchronisable.h"
+
+namespace Corvane {
+
+Synchronisable::~Synchronisable() = default;
+
+} // namespace Corvane
