@@ -11,12 +11,12 @@ for target in "$build"/tests/fuzz/fuzz_*; do
     found=$((found + 1))
     name=$(basename "$target")
     work=$(mktemp -d)
-    seeds=()
-    [ -d "$corpus_root/$name" ] && seeds=("$corpus_root/$name")
+    starts=()
+    [ -d "$corpus_root/$name" ] && starts=("$corpus_root/$name")
     echo "== $name for ${seconds}s"
     UBSAN_OPTIONS=halt_on_error=1:print_stacktrace=1 \
         "$target" -max_total_time="$seconds" -print_final_stats=1 -rss_limit_mb=2048 \
-        -artifact_prefix="$work/" "$work" "${seeds[@]}" 2>&1 | tail -n 12
+        -artifact_prefix="$work/" "$work" "${starts[@]}" 2>&1 | tail -n 12
     rm -rf "$work"
 done
 if [ "$found" -eq 0 ]; then
