@@ -113,6 +113,9 @@ void Base64Decode(const ByteArray& input, ByteArray& output) {
 
     output.resize(Base64DecodedSize(n));
     std::uint8_t* out = output.data();
+    // A broken input leaves the output at this size, so what it held before must not show.
+    if (out)
+        std::memset(out, 0, output.size());
     std::uint32_t written = 0;
     // Groups lie wholly inside the input, so at most n / 4 of them are written and the
     // output's size is never passed. First the whole groups of four letters of the
@@ -147,10 +150,12 @@ void Base64Decode(const ByteArray& input, ByteArray& output) {
         const std::uint8_t cBits = c & 63;
         const std::uint8_t dBits = d & 63;
         out[written++] = static_cast<std::uint8_t>((a << 2) | (b >> 4));
-        if (c != Pad)
+        // A pad in the third place ends the use of the group: its fourth byte is not read.
+        if (c != Pad) {
             out[written++] = static_cast<std::uint8_t>((b << 4) | (cBits >> 2));
-        if (d != Pad)
-            out[written++] = static_cast<std::uint8_t>((cBits << 6) | dBits);
+            if (d != Pad)
+                out[written++] = static_cast<std::uint8_t>((cBits << 6) | dBits);
+        }
         index += 4;
         if (d == Pad)
             break;

@@ -32,6 +32,8 @@ void ReferenceDecode(const ByteArray& input, ByteArray& output) {
     if (input.getAt(index) == '\r' && index < n)
         return;
     output.resize(n / 4 * 3);
+    for (std::uint32_t i = 0; i < output.size(); ++i)
+        output.setAt(i, 0);
     std::uint32_t written = 0;
     for (;;) {
         std::uint8_t bytes[4];
@@ -43,10 +45,11 @@ void ReferenceDecode(const ByteArray& input, ByteArray& output) {
                 return;
         }
         output.setAt(written++, static_cast<std::uint8_t>((values[0] << 2) | (values[1] >> 4)));
-        if (bytes[2] != '=')
+        if (bytes[2] != '=') {
             output.setAt(written++, static_cast<std::uint8_t>((values[1] << 4) | (values[2] >> 2)));
-        if (bytes[3] != '=')
-            output.setAt(written++, static_cast<std::uint8_t>((values[2] << 6) | values[3]));
+            if (bytes[3] != '=')
+                output.setAt(written++, static_cast<std::uint8_t>((values[2] << 6) | values[3]));
+        }
         index += 4;
         if (!(index < n && input.getAt(index) != '\r' && bytes[3] != '='))
             break;

@@ -320,3 +320,23 @@ TEST(ReplaceAll, LeavesItsArgumentAlone) {
     EXPECT_EQ(text, stdstr(u"a.b"));
     EXPECT_EQ(result, stdstr(u"a-b"));
 }
+
+TEST(StdstrFromTString, EndsAtTheFirstNulWhereverItStandsInALongText) {
+    // The search runs over groups of units; a NUL in any place of a group must end the text.
+    for (std::size_t length = 0; length < 13; ++length) {
+        for (std::size_t nul = 0; nul < length; ++nul) {
+            std::u16string text(length, u'a');
+            text[nul] = u'\0';
+            EXPECT_EQ(stdstr::fromTString(text), std::string(nul, 'a'))
+                << "length " << length << ", nul at " << nul;
+        }
+        EXPECT_EQ(stdstr::fromTString(std::u16string(length, u'b')), std::string(length, 'b'));
+    }
+}
+
+TEST(StdstrFromTString, MixesAsciiRunsWithOtherCharacters) {
+    EXPECT_EQ(stdstr::fromTString(u"abcd\u00e9fgh\u20acijklmnop\U0001F600q"),
+              "abcd\xC3\xA9"
+              "fgh\xE2\x82\xAC"
+              "ijklmnop\xF0\x9F\x98\x80q");
+}
