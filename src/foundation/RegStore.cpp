@@ -276,7 +276,10 @@ std::uint32_t RegStore::update(const Change& change) {
 void RegStore::removeLeftovers() const {
     // A writer's temporary file lives only while that writer holds the lock, so one found
     // by the lock's holder was left by a writer that died half-way.
-    const std::string prefix = "." + m_path.substr(m_path.rfind('/') + 1) + ".";
+    // Built piece by piece: GCC 12 at -O3 warns falsely (-Wrestrict) on "." + name + ".".
+    std::string prefix(1, '.');
+    prefix.append(m_path, m_path.rfind('/') + 1);
+    prefix.push_back('.');
     const std::unique_ptr<DIR, int (*)(DIR*)> dir(::opendir(folderOf(m_path).c_str()), ::closedir);
     if (!dir)
         return;
