@@ -23,6 +23,9 @@ std::vector<CTraceModuleList*>& LiveLists() {
     return lists;
 }
 
+// Set when the process's list (the one that publishes the trace calls' filter) is destroyed.
+std::atomic<bool> g_processListGone{false};
+
 // The wait for the list's lock is bounded so that a trace call can never stop its caller
 // for long; after the time-out the line goes out without the lock.
 constexpr std::uint32_t ListLockTimeoutMs = 60000;
@@ -71,6 +74,8 @@ CTraceModuleList::CTraceModuleList(std::atomic<std::uint32_t>* publishedLevels)
 }
 
 CTraceModuleList::~CTraceModuleList() {
+    if (m_published)
+        g_processListGone.store(true, std::memory_order_release);
     {
         std::lock_guard guard(LiveListsLock());
         auto& lists = LiveLists();
@@ -86,6 +91,10 @@ CTraceModuleList::~CTraceModuleList() {
 CTraceModuleList& CTraceModuleList::Instance() {
     static CTraceModuleList list(&TraceDetail::g_wantedLevels);
     return list;
+}
+
+bool CTraceModuleList::ProcessListGone() {
+    return g_processListGone.load(std::memory_order_acquire);
 }
 
 void CTraceModuleList::LevelsChanged(std::uint32_t mask) {
@@ -115,6 +124,9 @@ bool CTraceModuleList::Contains(const CTraceModule* module) {
 }
 
 void CTraceModuleList::RefreshWanted() {
+    // Under the lock that LevelsChanged takes: a union taken before another thread raised a
+    // sink's mask must not overwrite the bits that the raise has just published.
+    std::lock_guard guard(LiveListsLock());
     std::uint32_t wanted = 0;
     for (const auto& module : m_modules)
         wanted |= module->GetLevel();

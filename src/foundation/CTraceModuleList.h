@@ -23,6 +23,9 @@ public:
     CTraceModuleList& operator=(const CTraceModuleList&) = delete;
 
     static CTraceModuleList& Instance();
+    // True once the process's list has been destroyed at exit: from then on Instance() must
+    // not be called.
+    static bool ProcessListGone();
     // Called when a sink's mask changes: the new bits open the filter of every live list
     // (a superset is harmless; the exact test happens under the lock).
     static void LevelsChanged(std::uint32_t mask);

@@ -49,7 +49,8 @@ void Write(const char* format, std::span<const Corvane::FormatArg> args) {
     if (!Corvane::formatAppend(line, format, args))
         line += format;
     // Text mode append, one open and close per message, as the log has no lock of its own.
-    std::FILE* file = std::fopen(State().path.c_str(), "a");
+    // Close-on-exec ("e"): a program started by another thread meanwhile must not inherit it.
+    std::FILE* file = std::fopen(State().path.c_str(), "ae");
     if (!file)
         return;
     std::fwrite(line.data(), 1, line.size(), file);

@@ -129,7 +129,12 @@ bool ShellOpen(const stdstr& file, const stdstr& parameters, bool wait, ShellOpe
         errno = ENOENT;
         return false;
     }
+    // The conversion ends the name at its first NUL, which may leave nothing.
     const std::string target = stdstr::fromTString(file);
+    if (target.empty()) {
+        errno = ENOENT;
+        return false;
+    }
 
     // A local file is given to the opener with an absolute path, since the opener does not
     // necessarily resolve names the way this process does.

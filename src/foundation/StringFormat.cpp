@@ -10,13 +10,24 @@ stdstr InvalidFormatText(const char16_t* format) {
     return text;
 }
 
+// Composing can only throw for want of memory; that failure is swallowed like a bad format.
+bool Compose(std::u16string& out, const char16_t* format, std::span<const Corvane::FormatArg> args,
+             std::size_t limit) {
+    try {
+        return Corvane::formatAppend(out, format, args, limit);
+    } catch (...) {
+        out.clear();
+        return false;
+    }
+}
+
 } // namespace
 
 stdstr& stdstr::FormatArgs(const char16_t* format, std::span<const Corvane::FormatArg> args) {
     clear();
     if (!format)
         return *this;
-    if (!Corvane::formatAppend(*this, format, args, FormatLimit)) {
+    if (!Compose(*this, format, args, FormatLimit)) {
         assign(InvalidFormatText(format));
         if (size() > FormatLimit)
             resize(FormatLimit);
@@ -28,7 +39,7 @@ stdstr stringFmtArgs(const char16_t* format, std::span<const Corvane::FormatArg>
     stdstr text;
     if (!format)
         return text;
-    if (!Corvane::formatAppend(text, format, args))
+    if (!Compose(text, format, args, std::u16string::npos))
         return InvalidFormatText(format);
     return text;
 }

@@ -43,9 +43,12 @@ void TraceMsg(std::uint32_t level, std::u16string_view text) {
 }
 
 CTraceModule* TraceAddModule(CTraceModule* module) {
-    if (TraceDetail::TracingOff()) {
+    // After the list has been destroyed at exit it must not be reached again; every sink it
+    // held went with it, so whatever is handed in then is a new one.
+    const bool listGone = CTraceModuleList::ProcessListGone();
+    if (TraceDetail::TracingOff() || listGone) {
         // Nothing will own a sink handed in now; one already listed stays the list's.
-        if (module && !CTraceModuleList::Instance().Contains(module))
+        if (module && (listGone || !CTraceModuleList::Instance().Contains(module)))
             std::unique_ptr<CTraceModule> discarded(module);
         return nullptr;
     }

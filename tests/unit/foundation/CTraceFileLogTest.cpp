@@ -22,11 +22,18 @@ std::u16string Wide(const std::string& text) {
     return stdstr::toTString(text);
 }
 
+// Destroying a file sink turns tracing off for the rest of the process, so every case that
+// destroys one runs in a child and leaves this process's tracing as it found it.
 TEST(CTraceFileLog, AMaxSizeUnder10241BecomesTheDefault) {
-    SandboxRoot root;
-    EXPECT_EQ(CTraceFileLog(Wide(root.file("a.txt")).c_str(), true, 1, 10240).GetMaxSize(),
-              0x500000u);
-    EXPECT_EQ(CTraceFileLog(Wide(root.file("b.txt")).c_str(), true, 1, 10241).GetMaxSize(), 10241u);
+    EXPECT_EQ(TestSupport::RunInChild([] {
+                  SandboxRoot root;
+                  const std::uint32_t under =
+                      CTraceFileLog(Wide(root.file("a.txt")).c_str(), true, 1, 10240).GetMaxSize();
+                  const std::uint32_t least =
+                      CTraceFileLog(Wide(root.file("b.txt")).c_str(), true, 1, 10241).GetMaxSize();
+                  return under == 0x500000u && least == 10241u ? 0 : 1;
+              }),
+              0);
 }
 
 TEST(CTraceFileLog, WritesTextThenALineEnd) {
@@ -63,6 +70,8 @@ TEST(CTraceFileLog, AfterASinkIsDestroyedTracingIsOff) {
                   SandboxRoot root;
                   auto* listed = TraceAddModule(std::make_unique<CTraceFileLog>(
                       Wide(root.file("kept.txt")).c_str(), true, 1, 0x100000));
+                  if (!listed)
+                      return 2; // tracing was off before the test began
                   listed->SetLevel(TRACE_ERROR);
                   TraceMsg(TRACE_ERROR, u"before");
                   { CTraceFileLog gone(Wide(root.file("gone.txt")).c_str(), true, 1, 0x100000); }

@@ -4,9 +4,10 @@
 
 #include "support/SandboxRoot.h"
 
-#include "support/RunInChild.h"
-
 #include <gtest/gtest.h>
+
+#include <cstdlib>
+#include <string>
 
 namespace {
 
@@ -24,22 +25,27 @@ TEST(CorvaneBaseException, KeepsItsMessageAndCode) {
     FAIL();
 }
 
+// The debug log decides once per process whether it is on, and the test above has already
+// made it decide in this one (every exception writes to it). So the check runs in a freshly
+// started copy of the program (not a fork, which would inherit the decision).
 TEST(CorvaneBaseException, ATextIsWrittenToTheDebugLog) {
-    EXPECT_EQ(TestSupport::RunInChild([] {
-                  SandboxRoot root;
-                  root.writeFile("var/lib/velloran/registry/machine.reg",
-                                 "Windows Registry Editor Version 5.00\r\n\r\n"
-                                 "[HKEY_LOCAL_MACHINE\\Software\\Velloran\\Quillgate]\r\n"
-                                 "\"DebugOutput\"=\"\"\r\n");
-                  Corvane::BaseException e(u"Thread.cpp", 77, u"m", 3);
-                  const std::string text = SandboxRoot::readFile(DebugLogPath());
-                  return text.find(
-                             "| ExceptionThrown Base Exception file = (Thread.cpp), line = 77\n") !=
-                                 std::string::npos
-                             ? 0
-                             : 1;
-              }),
-              0);
+    GTEST_FLAG_SET(death_test_style, "threadsafe");
+    EXPECT_EXIT(
+        {
+            SandboxRoot root;
+            root.writeFile("var/lib/velloran/registry/machine.reg",
+                           "Windows Registry Editor Version 5.00\r\n\r\n"
+                           "[HKEY_LOCAL_MACHINE\\Software\\Velloran\\Quillgate]\r\n"
+                           "\"DebugOutput\"=\"\"\r\n");
+            Corvane::BaseException e(u"Thread.cpp", 77, u"m", 3);
+            const std::string text = SandboxRoot::readFile(DebugLogPath());
+            std::_Exit(
+                text.find("| ExceptionThrown Base Exception file = (Thread.cpp), line = 77\n") !=
+                        std::string::npos
+                    ? 0
+                    : 1);
+        },
+        ::testing::ExitedWithCode(0), "");
 }
 
 } // namespace

@@ -214,6 +214,15 @@ TEST(ShellOpen, AnEmptyNameFails) {
     EXPECT_FALSE(Exists(sandbox.log));
 }
 
+// The name is taken as a terminated string, so a leading NUL leaves nothing to open; in
+// particular not the working folder.
+TEST(ShellOpen, ANameThatStartsWithANulFails) {
+    OpenerSandbox sandbox(0);
+    ScopedWorkingDirectory inRoot(sandbox.root.path());
+    EXPECT_FALSE(ShellOpen(stdstr(u"\0notes.txt", 10), u"", true, nullptr, nullptr));
+    EXPECT_FALSE(Exists(sandbox.log));
+}
+
 TEST(ShellOpen, AnOpenerThatCannotBeStartedIsAFailure) {
     SandboxRoot root;
     ScopedEnv opener("QUILLGATE_OPENER", root.file("bin/no-such-opener"));

@@ -7,6 +7,9 @@
 #include "support/RunInChild.h"
 
 #include <gtest/gtest.h>
+
+#include <cstdlib>
+#include <memory>
 #include <regex>
 
 namespace {
@@ -158,6 +161,29 @@ TEST(TraceGlobal, TraceFmtCutsAMessageTo32767Characters) {
                   return sink->writes.size() == 2 && sink->writes[1].first.size() == 32767 ? 0 : 1;
               }),
               0);
+}
+
+// A sink kept for the exit handler below; made before the handler is registered, so that
+// what it needs of the list's bookkeeping is still there when the handler runs.
+std::unique_ptr<RecordingSink> g_lateSink;
+
+void AddASinkAfterTheListIsGone() {
+    std::_Exit(TraceAddModule(std::move(g_lateSink)) == nullptr ? 0 : 1);
+}
+
+// The process's list is made at the first trace call and destroyed at exit. A handler
+// registered before it exists runs after its destruction, and must find the list out of
+// reach rather than add to what is gone.
+TEST(TraceGlobal, AfterTheListIsDestroyedAtExitTraceAddModuleReturnsNull) {
+    GTEST_FLAG_SET(death_test_style, "threadsafe");
+    EXPECT_EXIT(
+        {
+            g_lateSink = std::make_unique<RecordingSink>(TRACE_ERROR);
+            std::atexit(AddASinkAfterTheListIsGone);
+            TraceAddModule(std::make_unique<RecordingSink>(TRACE_ERROR));
+            std::exit(3);
+        },
+        ::testing::ExitedWithCode(0), "");
 }
 
 } // namespace

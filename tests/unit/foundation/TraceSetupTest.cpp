@@ -9,6 +9,8 @@
 
 #include <gtest/gtest.h>
 
+#include <string>
+
 namespace {
 
 using TestSupport::SandboxRoot;
@@ -100,6 +102,34 @@ TEST(TraceSetup, TheDefaultSinkWritesOnlyErrorsAndWarnings) {
                   return ok ? 0 : 1;
               }),
               0);
+}
+
+// The open mode read from the store reaches the file: 2 empties it at start and writes a
+// fresh mark, 1 keeps what it holds.
+TEST(TraceSetup, TheOpenModeDecidesWhetherTheFileIsKeptAtStart) {
+    for (const std::uint32_t mode : {1u, 2u}) {
+        EXPECT_EQ(TestSupport::RunInChild([mode] {
+                      SandboxRoot root;
+                      WriteLogKey(root, "\"Log Open Mode\"=dword:0000000" + std::to_string(mode) +
+                                            "\r\n");
+                      const std::u16string old = u"\xFEFFold line\r\n";
+                      root.writeFile(
+                          "tmp/QGSAGui.txt",
+                          std::string(reinterpret_cast<const char*>(old.data()), old.size() * 2));
+                      SetUpLogging();
+                      TraceMsg(TRACE_ERROR, u"new line");
+                      const std::string bytes = SandboxRoot::readFile(root.file("tmp/QGSAGui.txt"));
+                      const std::u16string text(reinterpret_cast<const char16_t*>(bytes.data()),
+                                                bytes.size() / 2);
+                      const bool kept = text.starts_with(u"\xFEFFold line\r\n");
+                      const bool fresh = text.starts_with(u"\xFEFF") && !kept &&
+                                         text.find(u"\xFEFF", 1) == std::u16string::npos;
+                      const bool written = text.ends_with(u"Error: new line\r\n");
+                      return written && (mode == 1 ? kept : fresh) ? 0 : 1;
+                  }),
+                  0)
+            << "open mode " << mode;
+    }
 }
 
 } // namespace
