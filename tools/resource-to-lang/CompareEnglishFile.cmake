@@ -1,7 +1,8 @@
 # Regenerates the English language file and fails when it differs from the committed one.
 # Run as: cmake -DTOOL=<resource-to-lang> -DHEADER=<resource.h> -DCOMMITTED=<English.ini>
-#               -DOUTPUT=<file in the build folder> -P CompareEnglishFile.cmake
-execute_process(COMMAND ${TOOL} ${HEADER} ${OUTPUT} RESULT_VARIABLE rc)
+#               -DSENTENCES=<ErrorSentences.txt> -DOUTPUT=<file in the build folder>
+#               -P CompareEnglishFile.cmake
+execute_process(COMMAND ${TOOL} --append=${SENTENCES} ${HEADER} ${OUTPUT} RESULT_VARIABLE rc)
 if(NOT rc EQUAL 0)
     message(FATAL_ERROR "resource-to-lang failed with ${rc}")
 endif()

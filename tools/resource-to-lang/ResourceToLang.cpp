@@ -8,6 +8,8 @@
 //     --english-name=<text>  default English (what identifies the file)
 //     --brisk-id=<text>      the updater's language id, default English (US)
 //     --web-link=<address>   default the deployment's home page
+//     --append=<file>        "Key=Sentence" lines (UTF-8) added behind the string table's
+//                            keys: the sentences of the error keys, which have no id
 //     --verbose              show every trace line of the conversion
 #include "StderrTraceSink.h"
 #include "StringTable.h"
@@ -34,7 +36,8 @@ struct GeneralField {
 
 void PrintUsage() {
     std::fputs("usage: resource-to-lang [--charset=X] [--name=X] [--english-name=X] "
-               "[--brisk-id=X] [--web-link=X] [--verbose] <resource.h> <output file>\n",
+               "[--brisk-id=X] [--web-link=X] [--append=FILE] [--verbose] <resource.h> "
+               "<output file>\n",
                stderr);
 }
 
@@ -62,11 +65,16 @@ int main(int argc, char** argv) {
         {"--web-link=", u"WebTransLink", u"" QG_HOME_PAGE "/"},
     };
     bool verbose = false;
+    std::string appendPath;
     std::vector<std::string> paths;
     for (int i = 1; i < argc; ++i) {
         const std::string_view argument(argv[i]);
         if (argument == "--verbose") {
             verbose = true;
+            continue;
+        }
+        if (argument.starts_with("--append=")) {
+            appendPath = argument.substr(9);
             continue;
         }
         bool known = false;
@@ -116,8 +124,19 @@ int main(int argc, char** argv) {
             general += stdstr(field.key) + u"=" + field.value + u"\r\n";
         general += u"\r\n";
 
+        stdstr extra;
+        if (!appendPath.empty()) {
+            FileString sentences;
+            sentences.openFile(stdstr::toTString(appendPath));
+            stdstr line;
+            while (sentences.getLine(line)) {
+                if (!line.empty())
+                    extra += line + u"\r\n";
+            }
+        }
+
         FileString file;
-        file.setText(general + section.getText());
+        file.setText(general + section.getText() + extra);
         if (!file.saveFile(output, 65001)) {
             std::fprintf(stderr, "resource-to-lang: could not write %s\n", paths[1].c_str());
             return 1;

@@ -21,6 +21,8 @@ namespace {
 
 const std::string LanguageFolder = std::string(QG_SOURCE_DIR) + "/resources/QGSaLangs";
 const std::string ResourceHeader = std::string(QG_SOURCE_DIR) + "/resources/strings/resource.h";
+// The foundation's error keys, whose sentences come from resources/strings/ErrorSentences.txt.
+constexpr std::size_t ErrorKeyCount = 20;
 
 // The table's text as a language file must give it back: without the '*' marker.
 stdstr Unmarked(const char16_t* text) {
@@ -100,6 +102,16 @@ TEST(LanguageFiles, TheToolsOutputGivesBackEveryEnglishTextOfTheTable) {
     }
 }
 
+TEST(LanguageFiles, ErrorKeysTranslateTheFoundationsComposedMessages) {
+    CQGInternationalizationManager::Instance().LoadTranslationFile(
+        stdstr::toTString(LanguageFolder + "/English.ini"));
+    stdstr sentence;
+    CQGInternationalizationManager::Instance().GetTranslatedString(
+        sentence, u"QGOpenFile##/tmp/x.ini##Windows OS Error: No such file or directory");
+    EXPECT_EQ(sentence, u"The file /tmp/x.ini could not be opened: Windows OS Error: No such "
+                        u"file or directory");
+}
+
 TEST(LanguageFiles, TheProgramsLookupsFindEveryTextInTheEnglishFile) {
     CQGInternationalizationManager::Instance().LoadTranslationFile(
         stdstr::toTString(LanguageFolder + "/English.ini"));
@@ -116,7 +128,9 @@ TEST(LanguageFiles, TheProgramsLookupsFindEveryTextInTheEnglishFile) {
 
 TEST(LanguageFiles, EveryFileHasTheEnglishKeysWithTheSameConversions) {
     const auto english = Section(LanguageFolder + "/English.ini", u"QGSection");
-    ASSERT_EQ(english.size(), QGResources::EnglishStringTable().size());
+    // One key per string of the table, and the sentences of the error keys.
+    ASSERT_EQ(english.size(), QGResources::EnglishStringTable().size() + ErrorKeyCount);
+    EXPECT_EQ(english.at(u"QGFuncFailed"), u"The function %s failed: %s");
     const auto files = LanguageFiles();
     ASSERT_GE(files.size(), 3u);
     for (const std::string& path : files) {
