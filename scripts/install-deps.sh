@@ -8,7 +8,7 @@ packages=(
     clang clang-format libclang-rt-14-dev llvm
     googletest libgtest-dev libgmock-dev libbenchmark-dev
     qt6-base-dev libsystemd-dev libcanberra-dev libfontconfig-dev
-    fonts-dejavu-core xvfb xauth
+    fonts-dejavu-core xvfb xauth dbus-daemon
 )
 
 missing=()
