@@ -5,7 +5,7 @@ WERROR      ?= $(if $(CI),ON,OFF)
 GENERATOR   := -G Ninja
 FUZZ_SECONDS ?= 30
 
-.PHONY: all deps configure build test sanitize fuzz-smoke bench format run artwork clean
+.PHONY: all deps configure build test sanitize fuzz-smoke bench format run artwork gallery clean
 
 all: build
 
@@ -49,6 +49,10 @@ format:
 # Redraws the artwork under resources/ from tools/artwork (deterministic; commit the result).
 artwork: build
 	QT_QPA_PLATFORM=offscreen $(BUILD)/tools/artwork/qg-artwork resources
+
+# Paints every control of the toolkit into PNG files under build/gallery/.
+gallery: build
+	QT_QPA_PLATFORM=offscreen $(BUILD)/tools/toolkit-gallery/toolkit-gallery $(BUILD)/gallery
 
 run:
 	@echo "Quillgate cannot run yet: the program's entry and main window are not built."
