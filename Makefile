@@ -24,7 +24,7 @@ test: build
 # Every unit test built with clang under AddressSanitizer and UndefinedBehaviorSanitizer.
 sanitize: deps
 	CC=clang CXX=clang++ cmake -S . -B $(BUILD)-asan $(GENERATOR) -DCMAKE_BUILD_TYPE=Debug \
-	    -DQG_SANITIZE=ON -DQG_BUILD_BENCH=OFF -DQG_WERROR=$(WERROR)
+	    -DQG_SANITIZE=ON -DQG_BUILD_BENCH=OFF -DQG_BUILD_TOOLS=OFF -DQG_WERROR=$(WERROR)
 	cmake --build $(BUILD)-asan -j $(JOBS)
 	ASAN_OPTIONS=halt_on_error=1:detect_leaks=1:abort_on_error=1 \
 	UBSAN_OPTIONS=halt_on_error=1:print_stacktrace=1 \
