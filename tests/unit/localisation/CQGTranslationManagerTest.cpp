@@ -2,12 +2,12 @@
 // their names, the user's saved choice, and which character sets the installed fonts show.
 #include "localisation/CQGTranslationManager.h"
 #include "LanguageFileText.h"
-#include "TraceRecorder.h"
 #include "foundation/CRegistry.h"
 #include "foundation/RegistryTypes.h"
 #include "foundation/SystemPaths.h"
 #include "localisation/QGInternationalizationManager.h"
 #include "support/SandboxRoot.h"
+#include "support/TraceRecorder.h"
 
 #include <fontconfig/fontconfig.h>
 #include <gtest/gtest.h>

@@ -1,8 +1,8 @@
 // QGEntString::ResourceToString: the maintainer's conversion of a resource header and the
 // English string table into a language file's "QGSection".
-#include "TraceRecorder.h"
 #include "localisation/QGEntString.h"
 #include "support/SandboxRoot.h"
+#include "support/TraceRecorder.h"
 
 #include <gtest/gtest.h>
 

@@ -3,7 +3,6 @@
 #include "localisation/QGEntString.h"
 #include "LanguageFileText.h"
 #include "StringTable.h"
-#include "TraceRecorder.h"
 #include "foundation/BaseException.h"
 #include "foundation/CorvaneBaseException.h"
 #include "localisation/CTranslator.h"
@@ -11,6 +10,7 @@
 #include "resource.h"
 #include "support/RunInChild.h"
 #include "support/SandboxRoot.h"
+#include "support/TraceRecorder.h"
 
 #include <gtest/gtest.h>
 

@@ -6,12 +6,12 @@
 #include "MainWindowTestApp.h"
 #include "RecordingMessageBoxes.h"
 #include "TestPluginLibrary.h"
-#include "TraceRecorder.h"
 #include "foundation/TraceLevels.h"
 #include "mainwindow/HostInfoSink.h"
 #include "mainwindow/IPageHost.h"
 #include "mainwindow/PluginCallbacks.h"
 #include "mainwindow/PluginLoader.h"
+#include "support/TraceRecorder.h"
 
 #include <QWidget>
 

@@ -7,12 +7,12 @@
 #include "MainWindowTestApp.h"
 #include "RecordingMessageBoxes.h"
 #include "TestPluginLibrary.h"
-#include "TraceRecorder.h"
 #include "foundation/CorvaneBaseException.h"
 #include "foundation/TraceLevels.h"
 #include "mainwindow/PluginCallbacks.h"
 #include "mainwindow/PluginContract.h"
 #include "mainwindow/PluginPointers.h"
+#include "support/TraceRecorder.h"
 
 #include <gtest/gtest.h>
 

@@ -10,7 +10,6 @@
 #include "ScriptedDialogs.h"
 #include "ScriptedLauncher.h"
 #include "ScriptedReboot.h"
-#include "TraceRecorder.h"
 #include "UserTexts.h"
 #include "messaging/ComponentFailureResponder.h"
 #include "messaging/InboundHandlers.h"
@@ -21,6 +20,7 @@
 #include "messaging/enumMSG_PING_Message.h"
 #include "messaging/enumMSG_REINSTALL_LSP_Message.h"
 #include "messaging/enumMSG_TRAY_ANIMATION_Message.h"
+#include "support/TraceRecorder.h"
 #include "support/WaitFor.h"
 
 #include <gtest/gtest.h>

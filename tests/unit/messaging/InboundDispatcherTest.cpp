@@ -11,12 +11,12 @@
 #include "ScriptedDialogs.h"
 #include "ScriptedLauncher.h"
 #include "ScriptedReboot.h"
-#include "TraceRecorder.h"
 #include "UserTexts.h"
 #include "messaging/ComponentFailureResponder.h"
 #include "messaging/LspReinstaller.h"
 #include "messaging/ShellInstallerLauncher.h"
 #include "messaging/enumMSG_LSP_ERROR_Message.h"
+#include "support/TraceRecorder.h"
 
 #include <gtest/gtest.h>
 

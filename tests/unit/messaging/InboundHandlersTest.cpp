@@ -10,7 +10,6 @@
 #include "ScriptedDialogs.h"
 #include "ScriptedLauncher.h"
 #include "ScriptedReboot.h"
-#include "TraceRecorder.h"
 #include "mainwindow/PluginCallbacks.h"
 #include "messaging/CMsgHandler.h"
 #include "messaging/ComponentFailureResponder.h"
@@ -21,6 +20,7 @@
 #include "messaging/enumMSG_LSP_ERROR_Message.h"
 #include "messaging/enumMSG_REINSTALL_LSP_Message.h"
 #include "messaging/enumMSG_TRAY_ANIMATION_Message.h"
+#include "support/TraceRecorder.h"
 
 #include <gtest/gtest.h>
 

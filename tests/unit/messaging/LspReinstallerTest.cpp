@@ -7,8 +7,8 @@
 #include "ScriptedDialogs.h"
 #include "ScriptedLauncher.h"
 #include "ScriptedReboot.h"
-#include "TraceRecorder.h"
 #include "UserTexts.h"
+#include "support/TraceRecorder.h"
 
 #include <gtest/gtest.h>
 

@@ -5,7 +5,6 @@
 #include "EventJournal.h"
 #include "FakeRpcExt.h"
 #include "RecordingWindowPort.h"
-#include "TraceRecorder.h"
 #include "mainwindow/PluginPointers.h"
 #include "messaging/CMessageEnvelope.h"
 #include "messaging/CheckRpcStatus.h"
@@ -15,6 +14,7 @@
 #include "messaging/enumMSG_FILTER_CHANGE_Message.h"
 #include "messaging/enumMSG_GUI_START_Message.h"
 #include "messaging/enumMSG_PING_Message.h"
+#include "support/TraceRecorder.h"
 
 #include <gtest/gtest.h>
 

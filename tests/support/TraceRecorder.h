@@ -1,5 +1,5 @@
 #pragma once
-// Records the trace lines of a messaging test program: one sink for the process (the trace
+// Records the trace lines of a test program: one sink, listed once per program (the trace
 // list owns its sinks and never gives one back), safe to read while other threads trace,
 // cleared by each test that reads it.
 
@@ -16,7 +16,7 @@
 class TraceRecorder : public CTraceModule {
 public:
     struct Line {
-        std::u16string label; // "Error: ", "Debug: ", ...
+        std::u16string label; // "Error: ", "Func: ", ...
         std::u16string text;
     };
 
@@ -68,6 +68,18 @@ public:
             std::count_if(m_lines.begin(), m_lines.end(), [&](const Line& line) {
                 return line.label == label && line.text == text;
             }));
+    }
+
+    // The lines at `level` that begin with `start`.
+    std::vector<std::u16string> StartingWith(std::uint32_t level, const std::u16string& start) {
+        const std::u16string label(TraceLabel(level));
+        std::lock_guard<std::mutex> lock(m_mutex);
+        std::vector<std::u16string> found;
+        for (const Line& line : m_lines) {
+            if (line.label == label && line.text.compare(0, start.size(), start) == 0)
+                found.push_back(line.text);
+        }
+        return found;
     }
 
 private:
