@@ -347,15 +347,25 @@ std::uint32_t RegStore::save(RegDocument&& document) const {
     return ERROR_SUCCESS;
 }
 
+std::shared_ptr<const RegDocument> RegStore::readFor(std::u16string_view key, std::u16string& path,
+                                                     std::uint32_t& error) const {
+    if (m_path.empty()) {
+        error = ERROR_INVALID_HANDLE;
+        return nullptr;
+    }
+    // A name the store cannot hold names no key that is there.
+    if (!RegDocument::normaliseKeyPath(key, path)) {
+        error = ERROR_FILE_NOT_FOUND;
+        return nullptr;
+    }
+    error = ERROR_SUCCESS;
+    return read(error);
+}
+
 std::uint32_t RegStore::openKey(std::u16string_view key, std::uint32_t access) const {
     std::u16string path;
-    if (m_path.empty())
-        return ERROR_INVALID_HANDLE;
-    // A name the store cannot hold names no key that is there.
-    if (!RegDocument::normaliseKeyPath(key, path))
-        return ERROR_FILE_NOT_FOUND;
     std::uint32_t error = ERROR_SUCCESS;
-    const auto document = read(error);
+    const auto document = readFor(key, path, error);
     if (!document)
         return error;
     if (!document->findKey(path))
@@ -368,12 +378,8 @@ std::uint32_t RegStore::openKey(std::u16string_view key, std::uint32_t access) c
 std::uint32_t RegStore::queryValue(std::u16string_view key, std::u16string_view name,
                                    RegDocument::Value& value) const {
     std::u16string path;
-    if (m_path.empty())
-        return ERROR_INVALID_HANDLE;
-    if (!RegDocument::normaliseKeyPath(key, path))
-        return ERROR_FILE_NOT_FOUND;
     std::uint32_t error = ERROR_SUCCESS;
-    const auto document = read(error);
+    const auto document = readFor(key, path, error);
     if (!document)
         return error;
     const RegDocument::Value* found = document->findValue(path, name);

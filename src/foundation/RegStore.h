@@ -58,6 +58,10 @@ public:
     static void dropCache();
 
 private:
+    // The normalised path of `key` and the current document, or null with the error: the
+    // common start of the read-only operations.
+    std::shared_ptr<const RegDocument> readFor(std::u16string_view key, std::u16string& path,
+                                               std::uint32_t& error) const;
     // 0 when this process may replace the store file.
     std::uint32_t checkWritable() const;
     std::uint32_t makeFolder() const;
