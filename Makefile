@@ -5,7 +5,7 @@ WERROR      ?= $(if $(CI),ON,OFF)
 GENERATOR   := -G Ninja
 FUZZ_SECONDS ?= 30
 
-.PHONY: all deps configure build test sanitize fuzz-smoke bench format run artwork gallery clean
+.PHONY: all deps deps-run configure build test sanitize fuzz-smoke bench format run artwork gallery clean
 
 all: build
 
@@ -54,10 +54,13 @@ artwork: build
 gallery: build
 	QT_QPA_PLATFORM=offscreen $(BUILD)/tools/toolkit-gallery/toolkit-gallery $(BUILD)/gallery
 
-run:
-	@echo "Quillgate cannot run yet: the program's entry and main window are not built."
-	@echo "Until then, 'make test' builds and tests the libraries."
-	@exit 1
+# Installs into a sandbox root under $(BUILD), starts the reference service and runs
+# Quillgate; without a display, a scripted tour on a virtual one saves screenshots.
+run: build deps-run
+	scripts/run-demo.sh $(BUILD)
+
+deps-run:
+	@scripts/install-deps.sh run
 
 clean:
 	rm -rf $(BUILD) $(BUILD)-asan $(BUILD)-fuzz $(BUILD)-release

@@ -10,6 +10,11 @@ packages=(
     qt6-base-dev libsystemd-dev libcanberra-dev libfontconfig-dev
     fonts-dejavu-core xvfb xauth dbus-daemon
 )
+# `make run` also needs what its tour on a virtual display uses: a window manager with a
+# notification area, xdotool to click, and the X tools to wait for the server.
+if [ "${1:-}" = run ]; then
+    packages+=(xdotool icewm x11-utils qt6-qpa-plugins)
+fi
 
 missing=()
 for p in "${packages[@]}"; do
