@@ -1,0 +1,8 @@
+#include "PluginContext.h"
+
+#include <QCoreApplication>
+
+PluginContext::~PluginContext() {
+    if (QCoreApplication::instance() != nullptr)
+        m_pages.DestroyAll();
+}
