@@ -394,8 +394,14 @@ void CMainDlg::AddPage(int index, QWidget* page) {
         return;
     auto record = std::make_unique<CDialogPage>(page);
     // A key that is taken keeps its page, and the stack keeps pointing at its record.
-    if (m_pages.AddPage(record.get(), index) == DialogPages::ResultOk)
+    if (m_pages.AddPage(record.get(), index) == DialogPages::ResultOk) {
         m_pageRecords[static_cast<std::size_t>(index)] = std::move(record);
+        // Pages are made visible by the plug-in; the stack shows one at a time, so a page
+        // waits hidden until it is selected instead of covering the one that is.
+        const CDialogPage* current = m_pages.GetCurrentPage();
+        if (page != nullptr && (current == nullptr || current->Window() != page))
+            page->hide();
+    }
 }
 
 void CMainDlg::SelectPage(int index) {

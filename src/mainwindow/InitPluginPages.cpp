@@ -32,8 +32,11 @@ struct PageStep {
 };
 
 // Keeps a created page as the section of `step`, or traces its failure with `failureNumber`.
+// Only the first page kept is selected: the window comes up on the Status page with the
+// Status button checked, so that clicking that button re-selects it without a switch, and the
+// Status page is the one that gets the page-init and page-show messages right after.
 void KeepPage(IPageHost& host, const PageStep& step, QWidget* page, PluginPageId id,
-              int failureNumber) {
+              int failureNumber, bool& selected) {
     host.SetPageField(step.field, page);
     if (page == nullptr) {
         TraceFmt(TRACE_ERROR, u"CMainDlg::InitPluginPages(): m_pPlugin->CreatePage (%d) failed",
@@ -42,7 +45,10 @@ void KeepPage(IPageHost& host, const PageStep& step, QWidget* page, PluginPageId
     }
     TraceMsg(TRACE_DEBUG, step.createdTrace);
     host.AddPage(step.stackIndex, page);
-    host.SelectPage(step.stackIndex);
+    if (!selected) {
+        host.SelectPage(step.stackIndex);
+        selected = true;
+    }
     host.MapButtonToPage(step.button, id);
 }
 
@@ -112,6 +118,7 @@ bool InitPluginPages(IPageHost& host) {
                               PageMetrics[4]);
 
     QWidget* parent = host.PageParent();
+    bool selected = false;
 
     PluginPageId statusId = 0;
     QWidget* status =
@@ -119,7 +126,7 @@ bool InitPluginPages(IPageHost& host) {
     KeepPage(host,
              {IPageHost::PageField::Status, 0, StatusButton,
               u"CMainDlg::InitPluginPages(): Status page created successfully."},
-             status, statusId, 0);
+             status, statusId, 0, selected);
 
     PluginPageId listId = 0;
     QWidget* list = m_pCommonUI->CreateListPage(&listId, parent, ListPageSecond,
@@ -128,7 +135,7 @@ bool InitPluginPages(IPageHost& host) {
     KeepPage(host,
              {IPageHost::PageField::AddressList, 1, AddressListButton,
               u"CMainDlg::InitPluginPages(): Address list page created successfully."},
-             list, listId, 1);
+             list, listId, 1, selected);
 
     PluginPageId settingsId = 0;
     QWidget* settings = m_pCommonUI->CreatePage(parent, &records[PluginPageIndex::Settings],
@@ -136,6 +143,6 @@ bool InitPluginPages(IPageHost& host) {
     KeepPage(host,
              {IPageHost::PageField::Settings, 2, SettingsButton,
               u"CMainDlg::InitPluginPages(): Settings page created successfully."},
-             settings, settingsId, 2);
+             settings, settingsId, 2, selected);
     return true;
 }

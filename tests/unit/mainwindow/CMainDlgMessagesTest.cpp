@@ -84,6 +84,19 @@ TEST_F(CMainDlgMessagesTest, ClickingTheCurrentSectionsButtonReselectsItWithoutA
     EXPECT_FALSE(ButtonById(1000)->GetCheckState());
 }
 
+TEST_F(CMainDlgMessagesTest, TheWindowOpensOnTheStatusPageSoItsButtonSwitchesNothing) {
+    MakeShown();
+    EXPECT_EQ(dlg->Pages().CurrentKey(), 0);
+    EXPECT_TRUE(dlg->StatusPage()->isVisible());
+    EXPECT_FALSE(dlg->SettingsPage()->isVisible());
+    log.lines.clear();
+
+    Click(ButtonById(1000));
+
+    EXPECT_TRUE(log.lines.empty());
+    EXPECT_TRUE(ButtonById(1000)->GetCheckState());
+}
+
 TEST_F(CMainDlgMessagesTest, ASectionWhosePageWasNotMadeOnlySelectsItsButton) {
     plugin.failingPages = {0};
     MakeShown();
