@@ -139,6 +139,8 @@ click_at 45 117 && shot 03-settings
 click_at 45 69 && shot 04-status
 
 QUILLGATE_ROOT=$root "$program_dir/qgsasvc" --simulate-filtering messages=8 spam=3 >/dev/null
+# The Status page refreshes its counts on the main window's ten-second timer.
+sleep 11
 shot 05-after-filtering
 
 click_at 510 8 # the close button hides the window
