@@ -3,8 +3,10 @@
 #include <algorithm>
 #include <cstring>
 #include <fcntl.h>
+#include <set>
 #include <string_view>
 #include <sys/stat.h>
+#include <tuple>
 #include <unistd.h>
 #include <vector>
 
@@ -24,10 +26,13 @@ public:
     bool read(std::uint64_t offset, void* out, std::uint64_t count) const {
         if (offset > size() || count > size() - offset)
             return false;
+        m_bytesRead += count;
         return readInside(offset, out, static_cast<std::size_t>(count));
     }
+    std::uint64_t bytesRead() const { return m_bytesRead; }
 
 private:
+    mutable std::uint64_t m_bytesRead = 0;
     virtual bool readInside(std::uint64_t offset, void* out, std::size_t count) const = 0;
 };
 
@@ -126,15 +131,39 @@ FindInNotes(const ElfLayout& layout, const std::vector<std::uint8_t>& notes, std
     return std::nullopt;
 }
 
+// What the note regions of one file may still cost. Every header may name a region of up
+// to the largest size, and a small file can hold tens of thousands of headers naming the
+// same or overlapping regions: each region is read once, and all of them together no more
+// than a few times the largest one.
+class NoteBudget {
+public:
+    bool take(std::uint64_t offset, std::uint64_t size, std::uint64_t align) {
+        if (size > m_left || !m_seen.emplace(offset, size, align).second)
+            return false;
+        m_left -= size;
+        return true;
+    }
+
+private:
+    std::uint64_t m_left = ElfPackageNote::MostNoteBytes;
+    std::set<std::tuple<std::uint64_t, std::uint64_t, std::uint64_t>> m_seen;
+};
+
 std::optional<std::string> ReadRegion(const ByteSource& source, const ElfLayout& layout,
-                                      std::uint64_t offset, std::uint64_t size,
+                                      NoteBudget& budget, std::uint64_t offset, std::uint64_t size,
                                       std::uint64_t align) {
     if (size < 12 || size > ElfPackageNote::LargestNoteRegion)
+        return std::nullopt;
+    // Outside the file it is refused below without a read, so it need not cost anything.
+    if (offset > source.size() || size > source.size() - offset)
+        return std::nullopt;
+    const std::uint64_t noteAlign = NoteAlignment(align);
+    if (!budget.take(offset, size, noteAlign))
         return std::nullopt;
     std::vector<std::uint8_t> notes(static_cast<std::size_t>(size));
     if (!source.read(offset, notes.data(), size))
         return std::nullopt;
-    return FindInNotes(layout, notes, NoteAlignment(align));
+    return FindInNotes(layout, notes, noteAlign);
 }
 
 struct Header {
@@ -161,7 +190,7 @@ bool ReadSectionZero(const ByteSource& source, const ElfLayout& layout, const He
 }
 
 std::optional<std::string> FromSegments(const ByteSource& source, const ElfLayout& layout,
-                                        const Header& header) {
+                                        const Header& header, NoteBudget& budget) {
     const std::uint64_t minimum = layout.is64 ? 56 : 32;
     if (header.programOffset == 0 || header.programEntrySize < minimum)
         return std::nullopt;
@@ -182,14 +211,14 @@ std::optional<std::string> FromSegments(const ByteSource& source, const ElfLayou
             layout.is64 ? layout.field(entry + 32, 8) : layout.field(entry + 16, 4);
         const std::uint64_t align =
             layout.is64 ? layout.field(entry + 48, 8) : layout.field(entry + 28, 4);
-        if (auto text = ReadRegion(source, layout, offset, size, align))
+        if (auto text = ReadRegion(source, layout, budget, offset, size, align))
             return text;
     }
     return std::nullopt;
 }
 
 std::optional<std::string> FromSections(const ByteSource& source, const ElfLayout& layout,
-                                        const Header& header) {
+                                        const Header& header, NoteBudget& budget) {
     const std::uint64_t minimum = layout.is64 ? 64 : 40;
     if (header.sectionOffset == 0 || header.sectionEntrySize < minimum)
         return std::nullopt;
@@ -215,7 +244,7 @@ std::optional<std::string> FromSections(const ByteSource& source, const ElfLayou
             layout.is64 ? layout.field(entry + 32, 8) : layout.field(entry + 20, 4);
         const std::uint64_t align =
             layout.is64 ? layout.field(entry + 48, 8) : layout.field(entry + 32, 4);
-        if (auto text = ReadRegion(source, layout, offset, size, align))
+        if (auto text = ReadRegion(source, layout, budget, offset, size, align))
             return text;
     }
     return std::nullopt;
@@ -265,16 +294,25 @@ std::optional<std::string> FindNote(const ByteSource& source) {
         std::uint64_t info = 0;
         header.programCount = ReadSectionZero(source, layout, header, size, info) ? info : 0;
     }
-    if (auto text = FromSegments(source, layout, header))
+    NoteBudget budget;
+    if (auto text = FromSegments(source, layout, header, budget))
         return text;
-    return FromSections(source, layout, header);
+    return FromSections(source, layout, header, budget);
 }
 
 } // namespace
 
 std::optional<std::string> ElfPackageNote::textOf(std::span<const std::uint8_t> image) {
+    std::uint64_t bytesRead = 0;
+    return textOf(image, bytesRead);
+}
+
+std::optional<std::string> ElfPackageNote::textOf(std::span<const std::uint8_t> image,
+                                                  std::uint64_t& bytesRead) {
     const MemorySource source(image);
-    return FindNote(source);
+    auto text = FindNote(source);
+    bytesRead = source.bytesRead();
+    return text;
 }
 
 std::optional<std::string> ElfPackageNote::textOfFile(const std::string& path) {

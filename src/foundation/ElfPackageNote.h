@@ -17,8 +17,14 @@ public:
     static constexpr std::uint32_t NoteType = 0xcafe1a7e;
     // A note region larger than this is no binary's note segment and is not read.
     static constexpr std::uint64_t LargestNoteRegion = 1u << 20;
+    // All the note regions of one file together are read up to this many bytes, each region
+    // once, however many headers name them.
+    static constexpr std::uint64_t MostNoteBytes = 4 * LargestNoteRegion;
 
     // The note's text (up to its first NUL), from an ELF image in memory or a file.
     static std::optional<std::string> textOf(std::span<const std::uint8_t> image);
     static std::optional<std::string> textOfFile(const std::string& path);
+    // The same, also telling how many bytes of the image were read to find it.
+    static std::optional<std::string> textOf(std::span<const std::uint8_t> image,
+                                             std::uint64_t& bytesRead);
 };

@@ -94,19 +94,22 @@ ServiceBackend::Answer FileServiceBackend::ask(const std::string& machine,
             return Answer{};
         return Answer::failure(Step::Status, errno);
     }
-    // The text is read before the lock is tried, and the descriptor closed right after, so
-    // that the shared lock of this reader is held for as short a time as possible: while it
-    // is held a starting service could not take its exclusive lock.
-    char buffer[64] = {};
-    const ssize_t n = ::pread(file.get(), buffer, sizeof buffer - 1, 0);
-    if (n < 0)
-        return Answer::failure(Step::Status, errno);
+    // The lock is tried before the text is read: read first, a "running" left by a service
+    // that just ended could be taken as the word of a new one that took the lock in between.
+    // Read after a held lock, the text is at least as new as that holder. A lock we get
+    // ourselves is given back at once, so that a starting service is not kept waiting.
     bool locked = false;
     if (::flock(file.get(), LOCK_SH | LOCK_NB) != 0) {
         if (errno != EWOULDBLOCK)
             return Answer::failure(Step::Status, errno);
         locked = true;
+    } else {
+        ::flock(file.get(), LOCK_UN);
     }
+    char buffer[64] = {};
+    const ssize_t n = ::pread(file.get(), buffer, sizeof buffer - 1, 0);
+    if (n < 0)
+        return Answer::failure(Step::Status, errno);
     Answer answer;
     answer.state = stateOf(locked, std::string(buffer, static_cast<std::size_t>(n)));
     return answer;

@@ -1,5 +1,7 @@
 #include "mainwindow/CMainDlg.h"
 
+#include "StringTable.h"
+
 #include "foundation/Trace.h"
 #include "localisation/QGEntString.h"
 #include "mainwindow/IMainWindowHost.h"
@@ -103,7 +105,9 @@ bool CMainDlg::Create() {
         return !m_destroyed;
     m_created = true;
 
-    setWindowTitle(ToQString(QGEntString(Layout::TitleString)));
+    // The dialog's own title, as the resource has it and not translated: a second copy of the
+    // program finds this window by that very text.
+    setWindowTitle(ToQString(QGResources::FindEnglishString(Layout::TitleString)));
     const QFont dialogFont =
         QuillgateGUIRes::MakeFont(DpiFontRule::LogicalHeight(DialogFontPoints, m_host.ScreenDpi()),
                                   0, false, 0, QuillgateGUIRes::DialogFace());
@@ -326,6 +330,8 @@ void CMainDlg::DestroyWindow() {
 }
 
 void CMainDlg::Command(int id) {
+    if (m_destroyed)
+        return;
     Dispatch(Map::WM_COMMAND, Map::MakeCommand(id, 0), 0);
 }
 
@@ -421,6 +427,11 @@ std::optional<CMainDlg::Result> CMainDlg::Dispatch(int message, WParam wParam, L
 bool CMainDlg::event(QEvent* event) {
     if (PrivateMessageEvent::IsPrivateMessage(static_cast<int>(event->type()))) {
         if (auto* message = dynamic_cast<PrivateMessageEvent*>(event)) {
+            // A destroyed window's queued messages are thrown away with it.
+            if (m_destroyed) {
+                message->SetResult(0);
+                return true;
+            }
             const auto result = Dispatch(message->Message(), message->wParam(), message->lParam());
             message->SetResult(result.value_or(0));
             return true;
@@ -451,6 +462,17 @@ bool CMainDlg::eventFilter(QObject* watched, QEvent* event) {
     input.receiverIsMainWindow = receiver == this;
     input.hasFocus = focus != nullptr;
     input.receiverHasFocus = focus != nullptr && focus == receiver;
+    input.receiverContainsFocus =
+        focus != nullptr && receiver != nullptr && receiver->isAncestorOf(focus);
+    if (input.event == Filter::Event::RightButtonUp) {
+        const auto* mouse = static_cast<QMouseEvent*>(event);
+        // Passed up from the control that had it last, with the time of the copied release.
+        input.alreadyCopied = m_copiedReleaseAt != nullptr && receiver != nullptr &&
+                              m_copiedReleaseAt->parentWidget() == receiver &&
+                              mouse->timestamp() == m_copiedReleaseTime;
+        if (input.alreadyCopied)
+            m_copiedReleaseAt = receiver != this ? receiver : nullptr;
+    }
 
     switch (Filter::Decide(input)) {
     case Filter::Action::Deliver:
@@ -464,13 +486,20 @@ bool CMainDlg::eventFilter(QObject* watched, QEvent* event) {
         QCoreApplication::sendEvent(focus, &copy);
         return true;
     }
-    case Filter::Action::SendToMainWindow: {
+    case Filter::Action::CopyToMainWindow: {
+        QPointer<QWidget> target = receiver;
         const auto* mouse = static_cast<QMouseEvent*>(event);
         const QPointF global = mouse->globalPosition();
         QMouseEvent copy(mouse->type(), mapFromGlobal(global), global, mouse->button(),
                          mouse->buttons(), mouse->modifiers());
+        copy.setTimestamp(mouse->timestamp());
         QCoreApplication::sendEvent(this, &copy);
-        return true;
+        // Written down only now, so that the copy itself is not taken for one passed up.
+        m_copiedReleaseAt = target;
+        m_copiedReleaseTime = mouse->timestamp();
+        // The control keeps the release, as it would without the main window's look; if the
+        // copy's handling took the control away, there is nothing left to deliver it to.
+        return target == nullptr;
     }
     }
     return false;

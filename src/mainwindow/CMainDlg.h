@@ -218,6 +218,11 @@ private:
     bool m_created = false;
     bool m_destroyed = false;
     bool m_filtering = false;
+    // The right button release the main window last had a copy of, and the control it has
+    // reached since: when a control ignores a release, Qt hands a new event with the same
+    // time to each parent in turn, and those must not make more copies.
+    QPointer<QWidget> m_copiedReleaseAt;
+    quint64 m_copiedReleaseTime = 0;
     // Moving by hand where the window system does not move the window for us.
     bool m_movingByHand = false;
     QPoint m_moveOffset;

@@ -316,9 +316,17 @@ void CMainDlg::SelectSectionButton(int buttonId) {
 }
 
 void CMainDlg::OnButtonEnter(WParam buttonHandle) {
-    QObject* object = PrivateMessageEvent::Object(buttonHandle);
-    const QWidget* button =
-        object != nullptr && object->isWidgetType() ? static_cast<QWidget*>(object) : nullptr;
+    // Any page can send this with any number: only a button of this window is looked at,
+    // and the number is compared, never followed, until it is known to be one.
+    const QWidget* button = nullptr;
+    for (const auto& [id, candidate] : m_buttons) {
+        if (candidate != nullptr && PrivateMessageEvent::Handle(candidate) == buttonHandle) {
+            button = candidate;
+            break;
+        }
+    }
+    if (button == nullptr)
+        return;
     const MainDlgSections::Hint hint = MainDlgSections::HintFor(DialogControl::Id(button));
     if (m_hintLabel == nullptr)
         return;

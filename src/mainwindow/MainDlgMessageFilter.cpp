@@ -7,10 +7,17 @@ MainDlgMessageFilter::Action MainDlgMessageFilter::Decide(const Input& input) {
     case Event::ReturnKeyDown:
         if (!input.hasFocus)
             return Action::Drop;
-        // Already on its way to the focused control: sending it again would repeat it.
-        return input.receiverHasFocus ? Action::Deliver : Action::SendToFocus;
+        // Already at the focused control, or passed up from it because it ignored the key:
+        // sending it to the focus again would repeat it, and would come back up without end.
+        if (input.receiverHasFocus || input.receiverContainsFocus)
+            return Action::Deliver;
+        return Action::SendToFocus;
     case Event::RightButtonUp:
-        return input.receiverIsMainWindow ? Action::Deliver : Action::SendToMainWindow;
+        if (input.alreadyCopied)
+            // The main window had its copy: a parent control may see the release passed up,
+            // the main window must not have it twice.
+            return input.receiverIsMainWindow ? Action::Drop : Action::Deliver;
+        return input.receiverIsMainWindow ? Action::Deliver : Action::CopyToMainWindow;
     case Event::Other:
         break;
     }

@@ -31,6 +31,37 @@ public:
     // One past the last byte of the note region.
     std::size_t notesEnd() const { return m_notesEnd; }
 
+    // A 64-bit little-endian image whose notes are reached only through its sections (built
+    // from a shape without segments), given `count` PT_NOTE program headers that name
+    // regions of `regionSize` zero bytes (notes with no owner) appended to it: the first at
+    // the region's start, each next one `stride` bytes further (0: all the same region).
+    static std::vector<std::uint8_t> WithNoteSegments(const ElfImage& sectionsOnly,
+                                                      std::size_t count, std::size_t regionSize,
+                                                      std::size_t stride) {
+        std::vector<std::uint8_t> bytes = sectionsOnly.bytes();
+        auto put = [&bytes](std::size_t at, std::uint64_t value, int size) {
+            for (int i = 0; i < size; ++i)
+                bytes[at + static_cast<std::size_t>(i)] = static_cast<std::uint8_t>(value >> 8 * i);
+        };
+        const std::size_t regionAt = (bytes.size() + 7) / 8 * 8;
+        const std::size_t regionsEnd = regionAt + regionSize + stride * (count - 1);
+        const std::size_t phoff = regionsEnd;
+        const std::size_t phent = 56;
+        bytes.resize(phoff + count * phent, 0);
+        for (std::size_t i = 0; i < count; ++i) {
+            const std::size_t entry = phoff + i * phent;
+            put(entry, 4, 4); // PT_NOTE
+            put(entry + 8, regionAt + i * stride, 8);
+            put(entry + 32, regionSize, 8);
+            put(entry + 40, regionSize, 8);
+            put(entry + 48, 4, 8);
+        }
+        put(32, phoff, 8);
+        put(54, phent, 2);
+        put(56, count, 2);
+        return bytes;
+    }
+
 private:
     void put(std::size_t at, std::uint64_t value, int size) {
         if (m_bytes.size() < at + static_cast<std::size_t>(size))

@@ -13,6 +13,7 @@
 
 #include <QAction>
 #include <QKeyEvent>
+#include <QLineEdit>
 #include <QMenu>
 #include <QMouseEvent>
 
@@ -259,6 +260,21 @@ TEST_F(CMainDlgMessagesTest, MessagesOfTheApplicationAndThePlugin) {
                                         "ExitProgram 0", "ExitProgram 1"}));
 }
 
+TEST_F(CMainDlgMessagesTest, MessagesQueuedBeforeTheWindowIsDestroyedDoNothing) {
+    Make();
+    Pump();
+    log.lines.clear();
+    ASSERT_TRUE(PrivateMessageEvent::Post(dlg.get(), WM_QG_RUN_UPDATE, 2));
+    ASSERT_TRUE(PrivateMessageEvent::Post(dlg.get(), WM_QG_TRAY_ANIMATE, 1));
+    dlg->DestroyWindow();
+    Pump();
+    EXPECT_TRUE(log.lines.empty());
+    // Nor does a message sent afterwards, nor a command.
+    EXPECT_EQ(Send(WM_QG_TRAY_ANIMATE, 1), 0);
+    dlg->Command(CMainDlg::CommandExit);
+    EXPECT_TRUE(log.lines.empty());
+}
+
 TEST_F(CMainDlgMessagesTest, TheWizardsAndLaunchersNoticesEndInTheDefaultHandling) {
     Make();
     Pump();
@@ -407,6 +423,25 @@ TEST_F(CMainDlgMessagesTest, EnteringASectionButtonShowsItsHint) {
     EXPECT_EQ(hint->Text(), "settings hint");
 }
 
+TEST_F(CMainDlgMessagesTest, EnteringWithANumberThatIsNoButtonOfTheWindowChangesNothing) {
+    FakeLocalizer texts(std::map<std::u16string, std::u16string>{{u"QGSA_145", u"status hint"}});
+    Make();
+    CLabel* hint = dlg->HintLabel();
+    Send(WM_QG_BUTTON_ENTER, Handle(ButtonById(1000)));
+    ASSERT_EQ(hint->Text(), "status hint");
+
+    // Numbers no button of the window has: never followed, the hint stays as it was.
+    QObject stranger;
+    for (const PrivateMessageEvent::WParam bogus :
+         {PrivateMessageEvent::WParam{0}, PrivateMessageEvent::WParam{1},
+          PrivateMessageEvent::WParam{0xDEADBEEF}, Handle(&stranger), Handle(dlg.get()),
+          Handle(ButtonById(1000)) + 1}) {
+        Send(WM_QG_BUTTON_ENTER, bogus);
+        EXPECT_FALSE(hint->isHidden()) << bogus;
+        EXPECT_EQ(hint->Text(), "status hint") << bogus;
+    }
+}
+
 TEST_F(CMainDlgMessagesTest, LeavingAButtonHidesTheHintAndLeavesOneBlank) {
     Make();
     Send(WM_QG_BUTTON_ENTER, Handle(ButtonById(1000)));
@@ -432,24 +467,71 @@ TEST_F(CMainDlgMessagesTest, ReturnGoesToTheFocusedControl) {
     dlg->activateWindow();
     ASSERT_TRUE(QTest::qWaitForWindowActive(dlg.get()));
     CDibButtonCtrl* settings = ButtonById(1003);
+    CDibButtonCtrl* status = ButtonById(1000);
     settings->setFocus();
     ASSERT_TRUE(WaitFor([&] { return QApplication::focusWidget() == settings; }));
     InputRecorder atButton;
-    InputRecorder atWindow;
+    InputRecorder atOther;
     settings->installEventFilter(&atButton);
-    dlg->installEventFilter(&atWindow);
+    status->installEventFilter(&atOther);
 
-    QKeyEvent toWindow(QEvent::KeyPress, Qt::Key_Return, Qt::NoModifier, QStringLiteral("\r"));
-    QCoreApplication::sendEvent(dlg.get(), &toWindow);
+    // Meant for a control without the focus: the focused one has it instead.
+    QKeyEvent toOther(QEvent::KeyPress, Qt::Key_Return, Qt::NoModifier, QStringLiteral("\r"));
+    QCoreApplication::sendEvent(status, &toOther);
     EXPECT_EQ(atButton.returns, 1);
-    EXPECT_EQ(atWindow.returns, 0);
+    EXPECT_EQ(atOther.returns, 0);
 
     QKeyEvent toButton(QEvent::KeyPress, Qt::Key_Return, Qt::NoModifier, QStringLiteral("\r"));
     QCoreApplication::sendEvent(settings, &toButton);
     EXPECT_EQ(atButton.returns, 2);
 }
 
-TEST_F(CMainDlgMessagesTest, ARightButtonReleaseOnAControlGoesToTheMainWindow) {
+namespace {
+
+// A page that, like most, has no use for Return and lets it go on to its parent.
+class PageIgnoringReturn : public QWidget {
+public:
+    using QWidget::QWidget;
+    int returns = 0;
+
+protected:
+    void keyPressEvent(QKeyEvent* event) override {
+        if (event->key() == Qt::Key_Return)
+            ++returns;
+        event->ignore();
+    }
+};
+
+} // namespace
+
+TEST_F(CMainDlgMessagesTest, AReturnTheFocusedFieldIgnoresReachesItOnceAndGoesNoFurtherRound) {
+    MakeShown();
+    dlg->activateWindow();
+    ASSERT_TRUE(QTest::qWaitForWindowActive(dlg.get()));
+    auto* page = new PageIgnoringReturn(dlg.get());
+    auto* field = new QLineEdit(page);
+    page->show();
+    field->setFocus();
+    ASSERT_TRUE(WaitFor([&] { return QApplication::focusWidget() == field; }));
+    InputRecorder atField;
+    InputRecorder atWindow;
+    field->installEventFilter(&atField);
+    dlg->installEventFilter(&atWindow);
+
+    // A line edit ignores Return, so Qt hands it to the page and then to the window.
+    QTest::keyClick(field, Qt::Key_Return);
+    EXPECT_EQ(atField.returns, 1);
+    EXPECT_EQ(page->returns, 1);
+    EXPECT_EQ(atWindow.returns, 1);
+
+    // The same when it starts at the page, on its way round the focused field.
+    QKeyEvent toPage(QEvent::KeyPress, Qt::Key_Return, Qt::NoModifier, QStringLiteral("\r"));
+    QCoreApplication::sendEvent(page, &toPage);
+    EXPECT_EQ(atField.returns, 1);
+    EXPECT_EQ(page->returns, 2);
+}
+
+TEST_F(CMainDlgMessagesTest, ARightButtonReleaseOnAControlAlsoGoesToTheMainWindow) {
     MakeShown();
     CDibButtonCtrl* status = ButtonById(1000);
     InputRecorder atButton;
@@ -460,7 +542,7 @@ TEST_F(CMainDlgMessagesTest, ARightButtonReleaseOnAControlGoesToTheMainWindow) {
     QMouseEvent release(QEvent::MouseButtonRelease, local, status->mapToGlobal(local),
                         Qt::RightButton, Qt::NoButton, Qt::NoModifier);
     QCoreApplication::sendEvent(status, &release);
-    EXPECT_EQ(atButton.rightReleases, 0);
+    EXPECT_EQ(atButton.rightReleases, 1);
     EXPECT_EQ(atWindow.rightReleases, 1);
 
     // Another window's input is not the main window's business.
@@ -472,4 +554,32 @@ TEST_F(CMainDlgMessagesTest, ARightButtonReleaseOnAControlGoesToTheMainWindow) {
     QCoreApplication::sendEvent(&other, &elsewhere);
     EXPECT_EQ(atOther.rightReleases, 1);
     EXPECT_EQ(atWindow.rightReleases, 1);
+}
+
+TEST_F(CMainDlgMessagesTest, AnIgnoredRightButtonReleasePassedUpMakesNoMoreCopies) {
+    MakeShown();
+    // Plain widgets ignore releases, so Qt passes one up from the inner to the outer and on
+    // to the window.
+    auto* outer = new QWidget(dlg.get());
+    auto* inner = new QWidget(outer);
+    outer->setGeometry(0, 0, 100, 100);
+    inner->setGeometry(0, 0, 50, 50);
+    outer->show();
+    InputRecorder atInner;
+    InputRecorder atOuter;
+    InputRecorder atWindow;
+    inner->installEventFilter(&atInner);
+    outer->installEventFilter(&atOuter);
+    dlg->installEventFilter(&atWindow);
+
+    for (int round = 1; round <= 2; ++round) {
+        QMouseEvent release(QEvent::MouseButtonRelease, QPointF(5, 5),
+                            inner->mapToGlobal(QPointF(5, 5)), Qt::RightButton, Qt::NoButton,
+                            Qt::NoModifier);
+        release.setTimestamp(static_cast<quint64>(1000 * round));
+        QCoreApplication::sendEvent(inner, &release);
+        EXPECT_EQ(atInner.rightReleases, round);
+        EXPECT_EQ(atOuter.rightReleases, round);
+        EXPECT_EQ(atWindow.rightReleases, round);
+    }
 }

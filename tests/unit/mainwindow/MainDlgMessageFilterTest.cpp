@@ -39,11 +39,30 @@ TEST(MainDlgMessageFilter, ReturnWithNothingFocusedGoesNowhere) {
               Action::Drop);
 }
 
-TEST(MainDlgMessageFilter, ARightButtonReleaseOnAControlGoesToTheMainWindow) {
+TEST(MainDlgMessageFilter, AReturnPassedUpFromTheFocusedControlGoesOnWithoutACopy) {
+    // The focused control ignored it, so it reaches a control that holds the focus.
+    Filter::Input input = Input(Filter::Event::ReturnKeyDown, true, false, true, false);
+    input.receiverContainsFocus = true;
+    EXPECT_EQ(Filter::Decide(input), Action::Deliver);
+    // And at last the main window, which holds every control.
+    input.receiverIsMainWindow = true;
+    EXPECT_EQ(Filter::Decide(input), Action::Deliver);
+}
+
+TEST(MainDlgMessageFilter, ARightButtonReleaseOnAControlAlsoGoesToTheMainWindow) {
     EXPECT_EQ(Filter::Decide(Input(Filter::Event::RightButtonUp, true, false, true, true)),
-              Action::SendToMainWindow);
+              Action::CopyToMainWindow);
     EXPECT_EQ(Filter::Decide(Input(Filter::Event::RightButtonUp, true, true, true, false)),
               Action::Deliver);
+}
+
+TEST(MainDlgMessageFilter, ARightButtonReleasePassedUpAfterItsCopyMakesNoOther) {
+    Filter::Input input = Input(Filter::Event::RightButtonUp, true, false, true, false);
+    input.alreadyCopied = true;
+    EXPECT_EQ(Filter::Decide(input), Action::Deliver);
+    // The main window already had it once.
+    input.receiverIsMainWindow = true;
+    EXPECT_EQ(Filter::Decide(input), Action::Drop);
 }
 
 TEST(MainDlgMessageFilter, OtherWindowsAndOtherInputAreLeftAlone) {
