@@ -1,7 +1,6 @@
 #include "app/CVLQuillgateApp.h"
 
 #include "app/ActivationListener.h"
-#include "app/CStartSvcDlg.h"
 #include "app/DriveTypeTexts.h"
 #include "app/QtScreenAreaSource.h"
 #include "app/RunSequence.h"
@@ -11,6 +10,7 @@
 #include "app/ServiceProgram.h"
 #include "app/ShowMainWindowAtStart.h"
 #include "app/SingleInstanceCheck.h"
+#include "app/StartSvcDlgRunner.h"
 #include "app/StartupSequence.h"
 #include "foundation/AccountInfo.h"
 #include "foundation/ApplicationFinder.h"
@@ -40,8 +40,11 @@
 #include <QByteArray>
 #include <QMenu>
 #include <QMetaObject>
+#include <QThread>
 
+#include <chrono>
 #include <climits>
+#include <future>
 #include <unistd.h>
 
 namespace {
@@ -110,7 +113,25 @@ void CVLQuillgateApp::ReleaseWindowSystemParts() {
     m_dialog.reset();
     m_activation.reset();
     m_mainWindowPort.SetWindow(nullptr);
-    Term();
+    StopInboundPump();
+    m_serviceDialogs.reset();
+    m_guiRes.reset();
+    Corvane::ScreenAreaSource::install(nullptr);
+}
+
+void CVLQuillgateApp::StopInboundPump() {
+    QCoreApplication* application = QCoreApplication::instance();
+    if (application == nullptr || QThread::currentThread() != application->thread()) {
+        m_msgHandler.Stop();
+        return;
+    }
+    // The loop has ended, so a box that the pump waits for would never be shown: its call is
+    // taken out of the queue unrun, which releases the pump with the unshown answer, until
+    // the pump has seen its exit event.
+    auto stopped = std::async(std::launch::async, [this] { m_msgHandler.Stop(); });
+    while (stopped.wait_for(std::chrono::milliseconds(10)) != std::future_status::ready)
+        QCoreApplication::removePostedEvents(application, QEvent::MetaCall);
+    stopped.get();
 }
 
 bool CVLQuillgateApp::CheckSingleInstance() {
@@ -136,15 +157,15 @@ bool CVLQuillgateApp::appShellExecute(const stdstr& file, const stdstr& paramete
 }
 
 int CVLQuillgateApp::RunServiceDialog(bool start) {
-    StartSvcDlgBase::Setup setup;
-    setup.worker.executor = &m_shellExecutor;
-    setup.worker.serviceProgram = [] { return ServiceProgram::Path(); };
-    setup.worker.pause = SystemSleep;
-    setup.background = GetGUIRes().GetWhiteBrush();
-    QWidget* owner = QApplication::activeWindow();
-    if (start)
-        return CStartSvcDlg<true>(std::move(setup)).DoModal(owner);
-    return CStartSvcDlg<false>(std::move(setup)).DoModal(owner);
+    if (!m_serviceDialogs) {
+        StartSvcDlgBase::Setup setup;
+        setup.worker.executor = &m_shellExecutor;
+        setup.worker.serviceProgram = [] { return ServiceProgram::Path(); };
+        setup.worker.pause = SystemSleep;
+        setup.background = GetGUIRes().GetWhiteBrush();
+        m_serviceDialogs = std::make_unique<StartSvcDlgRunner>(std::move(setup));
+    }
+    return m_serviceDialogs->RunServiceDialog(start);
 }
 
 // ---- Accessors ----

@@ -22,6 +22,7 @@
 #include "app/IRunSteps.h"
 #include "app/IServiceDialogRunner.h"
 #include "app/IStartupSteps.h"
+#include "app/InboundPump.h"
 #include "app/QtInboundDialogs.h"
 #include "app/QuillgateSettings.h"
 #include "app/ServiceSupervisor.h"
@@ -34,7 +35,6 @@
 #include "mainwindow/IMainWindowHost.h"
 #include "mainwindow/InfoValues.h"
 #include "mainwindow/WidgetWindowPort.h"
-#include "messaging/CMsgHandler.h"
 #include "messaging/ComponentFailureResponder.h"
 #include "messaging/LspReinstaller.h"
 #include "messaging/ShellInstallerLauncher.h"
@@ -52,6 +52,7 @@ class ActivationListener;
 class CMainDlg;
 class IMessageBoxes;
 class QuillgateGUIRes;
+class StartSvcDlgRunner;
 class QWidget;
 class SystemReboot;
 
@@ -82,7 +83,10 @@ public:
     // loop's exit code (0 when the window could not be made).
     int Run();
     // Everything of the object that belongs to the window system, let go of before the
-    // QApplication is destroyed (also on the entry's exception path, which skips Term).
+    // QApplication is destroyed: the main window, the second-copy listener, the shared
+    // resources, the screen enquiry, and the inbound pump's thread, which could otherwise ask
+    // for a box after the window system is gone. It does not run Term: the entry's exception
+    // path comes here too, and that path skips Term.
     void ReleaseWindowSystemParts();
 
     // True if this is the first copy; a second copy asks the first to show its window.
@@ -198,8 +202,12 @@ private:
     std::int32_t FilterOn() override;
     int RunMessageLoop() override;
 
-    // IServiceDialogRunner: CStartSvcDlg, owned by the active window.
+    // IServiceDialogRunner: StartSvcDlgRunner, made at the first use (its white brush is the
+    // shared resources', which need the window system).
     int RunServiceDialog(bool start) override;
+    // A message in delivery may wait for a box on the GUI thread: the wait for the pump's end
+    // drops such calls unrun, so that neither thread waits for the other for ever.
+    void StopInboundPump();
 
     // A second copy asked for the main window: show and raise it, with the caller's
     // activation token; false when there is no window of that title.
@@ -234,9 +242,10 @@ private:
     std::unique_ptr<SystemReboot> m_reboot;
     LspReinstaller m_reinstaller;
     ComponentFailureResponder m_failureResponder;
-    CMsgHandler m_msgHandler;
+    InboundPump m_msgHandler;
 
     AppShellExecutor m_shellExecutor;
+    std::unique_ptr<StartSvcDlgRunner> m_serviceDialogs;
     ServiceSupervisor m_supervisor;
     CTranslator m_translator;
     std::unique_ptr<ActivationListener> m_activation;

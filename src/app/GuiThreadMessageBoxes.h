@@ -2,7 +2,8 @@
 // Message boxes that may be asked for from any thread: a box asked for on another thread is
 // shown on the GUI thread while the asking thread waits for the answer, as a Windows message
 // box on a worker thread would block that worker. The start dialog's worker needs this when
-// the service's executable cannot be run.
+// the service's executable cannot be run. Without the widgets' application nothing is shown
+// and the box's way out is answered (UnshownBoxAnswer).
 
 #include "mainwindow/IMessageBoxes.h"
 

@@ -8,6 +8,7 @@
 
 #include <cstdint>
 #include <optional>
+#include <string_view>
 
 namespace {
 
@@ -28,6 +29,8 @@ constexpr const char16_t* TerminateFailed =
     u"Kill Quillgate GUI(): TerminateProcess(0x%I64x) failed, error (%d)";
 constexpr const char16_t* OtherRoot =
     u"Kill Quillgate GUI(): Process (%d) runs under another sandbox root, left alone";
+constexpr const char16_t* NoLongerProgram =
+    u"Kill Quillgate GUI(): Process (%d) is no longer Quillgate, left alone";
 constexpr const char16_t* NoneFound = u"KillGUI cannot find Quillgate GUI instance";
 
 PidfdProcessControl& SystemControl() {
@@ -50,12 +53,19 @@ KillGUI::KillGUI() : KillGUI("/proc", SystemControl(), SystemPaths::Root()) {}
 KillGUI::KillGUI(std::string procRoot, ProcessControl& control, std::string sandboxRoot)
     : m_procRoot(std::move(procRoot)), m_sandboxRoot(std::move(sandboxRoot)), m_control(control) {}
 
+std::string_view KillGUI::WithoutTrailingSlashes(std::string_view path) {
+    while (!path.empty() && path.back() == '/')
+        path.remove_suffix(1);
+    return path;
+}
+
 bool KillGUI::BelongsHere(pid_t pid) const {
     if (m_sandboxRoot.empty())
         return true;
     const std::optional<std::string> root =
         ProcessSnapshot::EnvironmentValue(m_procRoot, pid, "QUILLGATE_ROOT");
-    return root && *root == m_sandboxRoot;
+    // "/tmp/a/" and "/tmp/a" name the same root.
+    return root && WithoutTrailingSlashes(*root) == WithoutTrailingSlashes(m_sandboxRoot);
 }
 
 bool KillGUI::IsProgramImage(const std::string& name) {
@@ -89,15 +99,25 @@ void KillGUI::Run() {
         TraceFmt(TRACE_DEBUG, ProcessNameIs, stdstr::toTString(entry.name));
         if (!IsProgramImage(entry.name))
             continue;
-        if (!BelongsHere(entry.pid)) {
-            TraceFmt(TRACE_DEBUG, OtherRoot, static_cast<int>(entry.pid));
-            continue;
-        }
 
         TraceMsg(TRACE_DEBUG, FoundProcess);
         const int handle = m_control.OpenProcess(entry.pid, error);
         if (handle < 0) {
             TraceFmt(TRACE_ERROR, OpenFailed, static_cast<int>(entry.pid), error);
+            continue;
+        }
+        // The handle holds the process that has the id now; the id may have been given to
+        // another process since the snapshot read its name. So the name and the root are
+        // read again while the handle is open: a process that ended meanwhile and whose id
+        // was taken again fails these checks, or leaves the handle to a process that is gone.
+        if (!IsProgramImage(ProcessSnapshot::ImageName(m_procRoot, entry.pid))) {
+            TraceFmt(TRACE_DEBUG, NoLongerProgram, static_cast<int>(entry.pid));
+            m_control.CloseHandle(handle);
+            continue;
+        }
+        if (!BelongsHere(entry.pid)) {
+            TraceFmt(TRACE_DEBUG, OtherRoot, static_cast<int>(entry.pid));
+            m_control.CloseHandle(handle);
             continue;
         }
         if (m_control.TerminateProcess(handle, entry.pid, error))

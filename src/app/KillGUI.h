@@ -8,9 +8,12 @@
 //
 // In a sandbox root (QUILLGATE_ROOT set: the demo, the tests) only the copies started under
 // the same root are ended, so that a demo or a test never ends the user's own Quillgate or
-// that of another sandbox; a copy's root is read from its environment.
+// that of another sandbox; a copy's root is read from its environment (slashes at the end do
+// not count). Name and root are checked with the process's handle open, so that an id given
+// to another process after the snapshot cannot lead to the wrong process being ended.
 
 #include <string>
+#include <string_view>
 #include <sys/types.h>
 
 class ProcessControl;
@@ -29,6 +32,8 @@ public:
 
     // Whether `name` is the program's image name, ignoring ASCII case.
     static bool IsProgramImage(const std::string& name);
+    // `path` without the slashes at its end.
+    static std::string_view WithoutTrailingSlashes(std::string_view path);
 
 private:
     // Outside a sandbox every copy counts; inside one, those of the same root.

@@ -1,9 +1,10 @@
 #include "app/QtInboundDialogs.h"
 
+#include "app/UnshownBoxAnswer.h"
 #include "foundation/Trace.h"
 #include "mainwindow/IMessageBoxes.h"
 
-#include <QCoreApplication>
+#include <QApplication>
 #include <QMetaObject>
 #include <QThread>
 
@@ -12,13 +13,18 @@ QtInboundDialogs::QtInboundDialogs(IMessageBoxes& boxes, std::function<QWidget*(
 
 int QtInboundDialogs::MessageBox(Owner owner, const stdstr& text, const stdstr& title,
                                  std::uint32_t type) {
-    int answer = IMessageBoxes::IDOK;
+    // The pump's thread may outlive the window system; a box without the widgets'
+    // application cannot be made, so it is answered unshown. The same answer stands when the
+    // call is dropped unrun while the window system is taken down.
+    int answer = UnshownBoxAnswer::For(type);
+    QApplication* app = qobject_cast<QApplication*>(QCoreApplication::instance());
+    if (app == nullptr)
+        return answer;
     const auto show = [&] {
         QWidget* parent = owner == Owner::MainWindow ? m_mainWindow() : nullptr;
         answer = m_boxes.MessageBox(parent, text, title, type);
     };
-    QCoreApplication* app = QCoreApplication::instance();
-    if (app == nullptr || app->thread() == QThread::currentThread())
+    if (app->thread() == QThread::currentThread())
         show();
     else
         QMetaObject::invokeMethod(app, show, Qt::BlockingQueuedConnection);

@@ -2,7 +2,8 @@
 // The boxes that the service's component-failure messages lead to, shown through the
 // program's message boxes. The inbound pump calls them from its own thread when there is no
 // main window yet; the box is then shown on the GUI thread while the pump waits for it, as a
-// modal box of that thread would make it wait.
+// modal box of that thread would make it wait. Without the widgets' application (the pump's
+// thread may outlive it) nothing is shown and the box's way out is answered.
 
 #include "messaging/InboundDialogs.h"
 

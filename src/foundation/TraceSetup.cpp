@@ -7,6 +7,7 @@
 #include "foundation/Trace.h"
 
 #include <memory>
+#include <new>
 
 stdstr TraceSetup::DefaultPath() {
     return stdstr::toTString(SystemPaths::TempFolder() + "QGSAGui.txt");
@@ -35,8 +36,12 @@ void SetUpLogging() {
     const TraceSetup setup = TraceSetup::Read();
     if (setup.level == 0)
         return;
-    auto sink =
-        std::make_unique<CTraceFileLog>(setup.path.c_str(), true, setup.openMode, setup.maxSize);
-    sink->SetLevel(setup.level);
-    TraceAddModule(std::move(sink));
+    // Without memory for the sink the program starts all the same, without a log.
+    try {
+        auto sink = std::make_unique<CTraceFileLog>(setup.path.c_str(), true, setup.openMode,
+                                                    setup.maxSize);
+        sink->SetLevel(setup.level);
+        TraceAddModule(std::move(sink));
+    } catch (const std::bad_alloc&) {
+    }
 }

@@ -60,6 +60,36 @@ TEST_F(StartUp, ANormalStartReachesTheLoopAndTellsTheServiceThatTheGuiIsUp) {
     EXPECT_TRUE(BoxLines().empty()) << Diagnostics();
 }
 
+TEST_F(StartUp, TheMachineStoresLanguageHoldsFromTheStartWhenTheSettingsNameNone) {
+    RequirePlugin();
+    // 1031 is German. The settings are read while the program's statics are made, before
+    // its entry runs.
+    WriteMachineStore(LogLevelDebug, "\"iLang\"=dword:00000407\r\n");
+    sandbox.writeFile("var/lib/velloran/quillgate/QGConfig.ini",
+                      "[SYSTEM]\nFirstRun=1\nFilterOn=1\nHistoryDays=30\n");
+    const std::string journal = sandbox.file("plugin-journal.txt");
+    start();
+    InstallProgram();
+    const pid_t first = StartProgram({}, {{"QGPLUGIN_JOURNAL", journal}});
+    ASSERT_GT(first, 0);
+    ASSERT_TRUE(WaitForTrace("Debug: Run - enter run loop")) << Diagnostics();
+
+    // The first thing the program tells the service carries the language id...
+    EXPECT_TRUE(TestSupport::WaitFor([&] {
+        for (const std::string& line : logLines()) {
+            if (line.find("\"dir\":\"in\",\"pid\":" + std::to_string(first)) != std::string::npos &&
+                line.find("\"name\":\"Config change\"") != std::string::npos &&
+                line.find(",\"1031\"]") != std::string::npos)
+                return true;
+        }
+        return false;
+    })) << Diagnostics();
+    // ...and the plug-in's pages are made in that language.
+    const std::string calls = TestSupport::SandboxRoot::readFile(journal);
+    EXPECT_NE(calls.find("InitGUI \"German\" -> 0\n"), std::string::npos) << calls;
+    EXPECT_TRUE(BoxLines().empty()) << Diagnostics();
+}
+
 TEST_F(StartUp, TheSummaryIsAskedForUnlessTheMachineStoreHidesIt) {
     RequirePlugin();
     StartFirstCopy();

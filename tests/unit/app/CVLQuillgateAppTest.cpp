@@ -3,10 +3,12 @@
 #include "app/ActivationListener.h"
 #include "app/ActivationRequest.h"
 #include "app/SandboxMessageBoxes.h"
+#include "app/SingleInstanceCheck.h"
 #include "foundation/Drive.h"
 #include "localisation/QGEntString.h"
 #include "mainwindow/CMainDlg.h"
 #include "mainwindow/PrivateMessages.h"
+#include "messaging/enumMSG_LSP_ERROR_Message.h"
 #include "toolkit/DialogControl.h"
 #include "toolkit/PrivateMessageEvent.h"
 
@@ -21,6 +23,7 @@
 
 #include <gtest/gtest.h>
 
+#include <atomic>
 #include <cstdlib>
 #include <future>
 #include <memory>
@@ -193,12 +196,14 @@ TEST_F(CVLQuillgateAppTest, Message1048EndsTheLoopWithZero) {
 TEST_F(CVLQuillgateAppTest, TheEndOfTheLoopComesBehindWhatIsQueuedAlready) {
     CMainDlg& dlg = Window();
     PrivateMessageEvent::Post(&dlg, WM_QG_EXIT);
-    PrivateMessageEvent::Post(&dlg, WM_QG_TRAY_ANIMATE, 1);
+    // Queued before the exit sequence runs; the window's own messages would be dropped by
+    // then, since the sequence destroys the window.
+    bool queuedRan = false;
+    QMetaObject::invokeMethod(
+        QCoreApplication::instance(), [&] { queuedRan = true; }, Qt::QueuedConnection);
 
     EXPECT_EQ(QApplication::exec(), 1);
-    EXPECT_EQ(Traced(TRACE_DEBUG, u"CVLQuillgateApp::AnimateTray(1) - the tray icon is not "
-                                  u"built yet"),
-              1u);
+    EXPECT_TRUE(queuedRan);
 }
 
 TEST_F(CVLQuillgateAppTest, WithoutTheServiceInitShowsWhyAndFails) {
@@ -222,11 +227,12 @@ TEST_F(CVLQuillgateAppTest, TheFirstCopysWindowCanBeRaisedByASecondCopy) {
     ASSERT_TRUE(app->CheckSingleInstance());
     ASSERT_TRUE(app->IsFirstCopy());
     CMainDlg& dlg = Window();
-    dlg.setWindowTitle(QStringLiteral("Quillgate"));
+    dlg.setWindowTitle(SingleInstanceCheck::MainWindowTitle());
     ASSERT_FALSE(dlg.isVisible());
 
     auto answer = std::async(std::launch::async, [] {
-        return ActivationRequest::AskFirstCopy(QStringLiteral("Quillgate"), "raise-token",
+        return ActivationRequest::AskFirstCopy(SingleInstanceCheck::MainWindowTitle(),
+                                               "raise-token",
                                                ActivationListener::DefaultSocketPath());
     });
     TestSupport::WaitFor([&] {
@@ -244,11 +250,11 @@ TEST_F(CVLQuillgateAppTest, TheFirstCopysWindowCanBeRaisedByASecondCopy) {
 TEST_F(CVLQuillgateAppTest, ADestroyedWindowIsNotRaised) {
     ASSERT_TRUE(app->CheckSingleInstance());
     CMainDlg& dlg = Window();
-    dlg.setWindowTitle(QStringLiteral("Quillgate"));
+    dlg.setWindowTitle(SingleInstanceCheck::MainWindowTitle());
     dlg.DestroyWindow();
 
     auto answer = std::async(std::launch::async, [] {
-        return ActivationRequest::AskFirstCopy(QStringLiteral("Quillgate"), QByteArray(),
+        return ActivationRequest::AskFirstCopy(SingleInstanceCheck::MainWindowTitle(), QByteArray(),
                                                ActivationListener::DefaultSocketPath());
     });
     TestSupport::WaitFor([&] {
@@ -260,10 +266,59 @@ TEST_F(CVLQuillgateAppTest, ADestroyedWindowIsNotRaised) {
     EXPECT_FALSE(dlg.isVisible());
 }
 
+TEST_F(CVLQuillgateAppTest, OnlyAWindowWithTheUntranslatedTitleIsRaised) {
+    ASSERT_TRUE(app->CheckSingleInstance());
+    CMainDlg& dlg = Window();
+    // What a second copy asks for is string 128 as the table has it, whatever the language.
+    ASSERT_FALSE(SingleInstanceCheck::MainWindowTitle().isEmpty());
+    dlg.setWindowTitle(SingleInstanceCheck::MainWindowTitle() + QStringLiteral(" (fr)"));
+
+    auto answer = std::async(std::launch::async, [] {
+        return ActivationRequest::AskFirstCopy(SingleInstanceCheck::MainWindowTitle(), QByteArray(),
+                                               ActivationListener::DefaultSocketPath());
+    });
+    TestSupport::WaitFor([&] {
+        QCoreApplication::processEvents();
+        return answer.wait_for(std::chrono::milliseconds(1)) == std::future_status::ready;
+    });
+
+    EXPECT_EQ(answer.get(), ActivationRequest::Answer::NoWindow);
+    EXPECT_FALSE(dlg.isVisible());
+}
+
+// The service's "traffic layer failed" message, which tells when the pump has taken it.
+class WatchedLspError : public enumMSG_LSP_ERROR_Message {
+public:
+    explicit WatchedLspError(std::atomic<bool>& taken) : m_taken(taken) {}
+    std::uint32_t GetId() const override {
+        m_taken = true;
+        return Id;
+    }
+
+private:
+    std::atomic<bool>& m_taken;
+};
+
+TEST_F(CVLQuillgateAppTest, ThePumpEndsWithTheWindowSystemAndABoxItWaitsForIsNotShown) {
+    std::atomic<bool> taken{false};
+    ASSERT_TRUE(app->GetMsgHandler().StartThread());
+    // No main window: the pump asks this thread for the box and waits; this thread runs no
+    // loop, as after the program's loop has ended.
+    app->GetMsgHandler().Enqueue(std::make_unique<WatchedLspError>(taken));
+    ASSERT_TRUE(TestSupport::WaitFor([&] { return taken.load(); }));
+
+    app->ReleaseWindowSystemParts();
+
+    EXPECT_EQ(Traced(TRACE_DEBUG, u"CMsgHandler::ManagerProc get exit event"), 1u);
+    // Nothing is shown now, nor later when events are run again.
+    QCoreApplication::processEvents();
+    EXPECT_TRUE(Boxes().empty());
+}
+
 TEST_F(CVLQuillgateAppTest, WithoutTheInstanceCheckNobodyListens) {
     Window();
     EXPECT_FALSE(app->IsFirstCopy());
-    EXPECT_EQ(ActivationRequest::AskFirstCopy(QStringLiteral("Quillgate"), QByteArray(),
+    EXPECT_EQ(ActivationRequest::AskFirstCopy(SingleInstanceCheck::MainWindowTitle(), QByteArray(),
                                               ActivationListener::DefaultSocketPath(), 500),
               ActivationRequest::Answer::NoAnswer);
 }

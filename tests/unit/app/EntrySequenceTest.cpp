@@ -9,6 +9,7 @@
 
 #include <gtest/gtest.h>
 
+#include <algorithm>
 #include <functional>
 #include <map>
 #include <string>
@@ -78,7 +79,21 @@ TEST_F(EntrySequenceTest, ANormalStartRunsEveryStepAndGivesTheLoopsCode) {
 
 TEST_F(EntrySequenceTest, TheQuietEndOfThePlugInGivesZero) {
     steps.runResult = 0;
+
     EXPECT_EQ(entry.Run(u"--anything"), 0);
+
+    // The zero is the loop's own: the run was reached and the way down followed it.
+    EXPECT_EQ(steps.steps,
+              (std::vector<std::string>{"SetUpLogging", "StartWindowSystem", "Init", "LoadPlugin",
+                                        "Run", "Term", "StopWindowSystem"}));
+    EXPECT_EQ(Info(), StartAndStop);
+}
+
+TEST_F(EntrySequenceTest, WhateverTheLoopAnswersIsTheExitCode) {
+    steps.runResult = 42;
+
+    EXPECT_EQ(entry.Run(u"--anything"), 42);
+    EXPECT_EQ(std::count(steps.steps.begin(), steps.steps.end(), "Run"), 1);
 }
 
 TEST_F(EntrySequenceTest, TheSilentWordHidesTheWindowAndStartsAsUsual) {

@@ -9,6 +9,7 @@
 
 #include <gtest/gtest.h>
 
+#include <algorithm>
 #include <csignal>
 #include <cstdlib>
 #include <filesystem>
@@ -227,7 +228,12 @@ TEST_F(KillGUITest, InASandboxOnlyTheCopiesOfTheSameRootAreEnded) {
 
     KillGUI(proc.Root(), control, "/tmp/a").Run();
 
-    EXPECT_EQ(control.opened, (std::vector<pid_t>{20}));
+    // Each is opened before its root is read; only the one of the same root is ended, and
+    // the handles of the others are closed again.
+    EXPECT_EQ(control.opened, (std::vector<pid_t>{20, 21, 22}));
+    ASSERT_EQ(control.terminated.size(), 1u);
+    EXPECT_EQ(control.terminated[0].second, 20);
+    EXPECT_EQ(control.closed, (std::vector<int>{7, 8, 9}));
     const auto lines = Debug();
     EXPECT_NE(std::find(lines.begin(), lines.end(),
                         u"Kill Quillgate GUI(): Process (21) runs under another sandbox root, "
@@ -236,6 +242,58 @@ TEST_F(KillGUITest, InASandboxOnlyTheCopiesOfTheSameRootAreEnded) {
     EXPECT_NE(std::find(lines.begin(), lines.end(),
                         u"Kill Quillgate GUI(): Process (22) runs under another sandbox root, "
                         u"left alone"),
+              lines.end());
+}
+
+TEST_F(KillGUITest, SlashesAtTheEndOfEitherRootDoNotCount) {
+    proc.AddExe(20, "/usr/bin/quillgate");
+    proc.AddEnvironment(20, std::string("QUILLGATE_ROOT=/tmp/a//\0", 24));
+    proc.AddExe(21, "/usr/bin/quillgate");
+    proc.AddEnvironment(21, std::string("QUILLGATE_ROOT=/tmp/a\0", 22));
+    proc.AddExe(22, "/usr/bin/quillgate");
+    proc.AddEnvironment(22, std::string("QUILLGATE_ROOT=/tmp/a/b/\0", 25));
+
+    KillGUI(proc.Root(), control, "/tmp/a/").Run();
+
+    ASSERT_EQ(control.terminated.size(), 2u);
+    EXPECT_EQ(control.terminated[0].second, 20);
+    EXPECT_EQ(control.terminated[1].second, 21);
+    EXPECT_EQ(KillGUI::WithoutTrailingSlashes("/tmp/a///"), "/tmp/a");
+    EXPECT_EQ(KillGUI::WithoutTrailingSlashes("/tmp/a"), "/tmp/a");
+}
+
+// The snapshot saw a Quillgate; by the time its handle is open the id belongs to another
+// program (the proc folder tells the name anew). It must not be ended.
+class ReusingControl : public RecordingControl {
+public:
+    explicit ReusingControl(FakeProc& proc) : m_proc(proc) {}
+    int OpenProcess(pid_t pid, int& error) override {
+        const int handle = RecordingControl::OpenProcess(pid, error);
+        if (pid == 20) {
+            fs::remove(m_proc.Root() + "/20/exe");
+            fs::create_symlink("/usr/bin/bash", m_proc.Root() + "/20/exe");
+        }
+        return handle;
+    }
+
+private:
+    FakeProc& m_proc;
+};
+
+TEST_F(KillGUITest, AnIdTakenByAnotherProgramBeforeTheHandleIsOpenIsLeftAlone) {
+    proc.AddExe(20, "/usr/bin/quillgate");
+    proc.AddExe(21, "/usr/bin/quillgate");
+    ReusingControl reusing(proc);
+
+    KillGUI(proc.Root(), reusing, "").Run();
+
+    EXPECT_EQ(reusing.opened, (std::vector<pid_t>{20, 21}));
+    ASSERT_EQ(reusing.terminated.size(), 1u);
+    EXPECT_EQ(reusing.terminated[0].second, 21);
+    EXPECT_EQ(reusing.closed, (std::vector<int>{7, 8}));
+    const auto lines = Debug();
+    EXPECT_NE(std::find(lines.begin(), lines.end(),
+                        u"Kill Quillgate GUI(): Process (20) is no longer Quillgate, left alone"),
               lines.end());
 }
 
