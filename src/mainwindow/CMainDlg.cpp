@@ -559,8 +559,12 @@ void CMainDlg::mouseReleaseEvent(QMouseEvent* event) {
         return;
     }
     if (event->button() == Qt::RightButton) {
+        // Only a release on the window itself is one on its frame: over a control it
+        // belongs to the control, and what reaches the window then is the copy that the
+        // window is sent of every right-button release.
         const MainDlgHitTest::Code code = HitTestAt(event->globalPosition().toPoint());
-        if (code != MainDlgHitTest::Code::Client) {
+        if (code != MainDlgHitTest::Code::Client &&
+            childAt(event->position().toPoint()) == nullptr) {
             const QPoint global = event->globalPosition().toPoint();
             Dispatch(Map::WM_NCRBUTTONUP, static_cast<WParam>(code),
                      Map::MakeLParam(global.x(), global.y()));

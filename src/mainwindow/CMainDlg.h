@@ -173,6 +173,10 @@ private:
     void SwitchSection(int pageIndex, int buttonId);
     void SelectSectionButton(int buttonId);
     void OpenHelpMenu();
+    // The window's system menu at `global`, for a right click outside the client part; the
+    // chosen command is posted, as the window system posts its system commands.
+    void OpenSystemMenu(const QPoint& global);
+    void OnSystemCommand(int command);
     void OnButtonEnter(WParam button);
     void OnButtonLeave();
     void OnLanguage(WParam languageId);

@@ -18,6 +18,7 @@
 #include "toolkit/PrivateMessageEvent.h"
 #include "toolkit/RoundRectRegion.h"
 
+#include <QCoreApplication>
 #include <QMenu>
 
 // The main window's handlers: what each entry of its message map does.
@@ -124,13 +125,14 @@ bool CMainDlg::OnMessage(Handler handler, int message, WParam wParam, LParam lPa
     case Handler::ChainTray:
         m_host.OnMainWindowTimer(static_cast<int>(wParam));
         return false;
-    // The window system's own messages that Qt answers itself: the system menu of the
-    // caption (there is no portable way to open the window manager's menu of a frameless
-    // window), the frame's size and activation, the colours (given to the controls when
-    // they are made), the end of the session (Qt's session management), the smallest size
-    // (set once with setMinimumSize), painting (paintEvent) and reflection to controls.
-    case Handler::InitDialog:
     case Handler::SystemMenu:
+        OpenSystemMenu(QPoint(Map::SignedLow(lParam), Map::SignedHigh(lParam)));
+        return false;
+    // The window system's own messages that Qt answers itself: the frame's size and
+    // activation, the colours (given to the controls when they are made), the end of the
+    // session (Qt's session management), the smallest size (set once with setMinimumSize),
+    // painting (paintEvent) and reflection to controls.
+    case Handler::InitDialog:
     case Handler::NcCalcSize:
     case Handler::NcActivate:
     case Handler::Colours:
@@ -201,6 +203,67 @@ void CMainDlg::OnWindowButton(int id) {
         break;
     case Layout::UpdateButton:
         m_host.RunFreshUpdate(0);
+        break;
+    default:
+        break;
+    }
+}
+
+namespace {
+
+// The system commands of the window's menu, with the window system's numbers.
+constexpr int SystemCommandRestore = 0xF120;
+constexpr int SystemCommandMinimise = 0xF020;
+constexpr int SystemCommandMaximise = 0xF030;
+constexpr int SystemCommandClose = 0xF060;
+
+} // namespace
+
+void CMainDlg::OpenSystemMenu(const QPoint& global) {
+    // The window manager's own menu cannot be opened for a frameless window, so the window
+    // offers the same commands itself. Its texts are those of Qt's own window menu, which
+    // Qt's translations cover, as the system's translations cover the system menu.
+    QMenu menu(this);
+    menu.setObjectName(QStringLiteral("systemMenu"));
+    const bool normal = !isMaximized() && !isMinimized();
+    const auto add = [&menu](const char* text, int command, bool enabled) {
+        QAction* action = menu.addAction(QCoreApplication::translate("QMdiSubWindow", text));
+        action->setData(command);
+        action->setEnabled(enabled);
+        return action;
+    };
+    add("&Restore", SystemCommandRestore, !normal);
+    add("Mi&nimize", SystemCommandMinimise, !isMinimized());
+    add("Ma&ximize", SystemCommandMaximise, !isMaximized());
+    menu.addSeparator();
+    menu.setDefaultAction(add("&Close", SystemCommandClose, true));
+    const QAction* chosen = menu.exec(global);
+    setFocus();
+    if (chosen == nullptr)
+        return;
+    const int command = chosen->data().toInt();
+    QMetaObject::invokeMethod(
+        this, [this, command] { OnSystemCommand(command); }, Qt::QueuedConnection);
+}
+
+void CMainDlg::OnSystemCommand(int command) {
+    if (m_destroyed)
+        return;
+    // The same ways as the window's own buttons, so that the maximise and restore buttons
+    // keep showing the one that applies.
+    switch (command) {
+    case SystemCommandRestore:
+        OnWindowButton(Layout::RestoreButton);
+        break;
+    case SystemCommandMinimise:
+        OnWindowButton(Layout::MinimiseButton);
+        break;
+    case SystemCommandMaximise:
+        if (!isMaximized())
+            OnWindowButton(Layout::MaximiseButton);
+        break;
+    case SystemCommandClose:
+        close();
         break;
     default:
         break;

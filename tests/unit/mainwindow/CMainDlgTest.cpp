@@ -21,6 +21,7 @@
 
 #include <QLabel>
 #include <QMenu>
+#include <QTimer>
 
 #include <algorithm>
 #include <map>
@@ -387,6 +388,88 @@ TEST_F(CMainDlgTest, ADoubleClickOnTheTopBandDoesNothing) {
     EXPECT_EQ(dlg->windowState(), state);
     EXPECT_EQ(dlg->geometry(), before);
     EXPECT_TRUE(log.lines.empty());
+}
+
+namespace {
+
+// Chooses the entry of the system menu whose text holds `word` once the menu is open, and
+// notes what the menu offered.
+void ChooseFromSystemMenu(const QString& word, QStringList& offered) {
+    QTimer::singleShot(0, [word, &offered] {
+        auto* menu = qobject_cast<QMenu*>(QApplication::activePopupWidget());
+        if (menu == nullptr || menu->objectName() != QStringLiteral("systemMenu"))
+            return;
+        QAction* choice = nullptr;
+        for (QAction* action : menu->actions()) {
+            if (action->isSeparator())
+                continue;
+            QString text = action->text();
+            text.remove(QLatin1Char('&'));
+            offered << text + (action->isEnabled() ? QString() : QStringLiteral(" (off)"));
+            if (text.contains(word))
+                choice = action;
+        }
+        if (choice == nullptr) {
+            menu->close();
+            return;
+        }
+        // As a user chooses: the entry made current, then Return.
+        menu->setActiveAction(choice);
+        QTest::keyClick(menu, Qt::Key_Return);
+    });
+}
+
+} // namespace
+
+TEST_F(CMainDlgTest, ARightClickOnTheTopBandOpensTheSystemMenuAndItsCommandIsPosted) {
+    MakeShown();
+    log.lines.clear();
+    QStringList offered;
+    ChooseFromSystemMenu(QStringLiteral("Close"), offered);
+    QTest::mouseClick(dlg.get(), Qt::RightButton, Qt::NoModifier, QPoint(400, 20));
+
+    EXPECT_EQ(offered, (QStringList{QStringLiteral("Restore (off)"), QStringLiteral("Minimize"),
+                                    QStringLiteral("Maximize"), QStringLiteral("Close")}));
+    // Posted, not run inside the menu.
+    EXPECT_TRUE(log.StartingWith("HideToTray").empty());
+    const std::function<bool()> hidden = [&] {
+        Pump();
+        return !log.StartingWith("HideToTray").empty();
+    };
+    ASSERT_TRUE(TestSupport::WaitFor(hidden));
+}
+
+TEST_F(CMainDlgTest, MaximiseFromTheSystemMenuSwapsTheMaximiseAndRestoreButtons) {
+    MakeShown();
+    QStringList offered;
+    ChooseFromSystemMenu(QStringLiteral("Maximize"), offered);
+    QTest::mouseClick(dlg.get(), Qt::RightButton, Qt::NoModifier, QPoint(400, 20));
+    const std::function<bool()> swapped = [&] {
+        Pump();
+        return ButtonById(MainDlgLayout::RestoreButton)->isVisible();
+    };
+    ASSERT_TRUE(TestSupport::WaitFor(swapped));
+    EXPECT_FALSE(ButtonById(MainDlgLayout::MaximiseButton)->isVisible());
+}
+
+TEST_F(CMainDlgTest, ARightClickInsideTheWindowOpensNoSystemMenu) {
+    MakeShown();
+    QStringList offered;
+    ChooseFromSystemMenu(QStringLiteral("Close"), offered);
+    QTest::mouseClick(dlg.get(), Qt::RightButton, Qt::NoModifier, QPoint(400, 300));
+    Pump();
+    EXPECT_TRUE(offered.isEmpty());
+    EXPECT_TRUE(log.StartingWith("HideToTray").empty());
+}
+
+TEST_F(CMainDlgTest, ARightClickOnAButtonOfTheTopBandOpensNoSystemMenu) {
+    MakeShown();
+    QStringList offered;
+    ChooseFromSystemMenu(QStringLiteral("no such entry"), offered);
+    CDibButtonCtrl* minimise = ButtonById(MainDlgLayout::MinimiseButton);
+    QTest::mouseClick(minimise, Qt::RightButton, Qt::NoModifier, minimise->rect().center());
+    Pump();
+    EXPECT_TRUE(offered.isEmpty());
 }
 
 TEST_F(CMainDlgTest, APressOnTheFrameStartsAMoveOrAResizeOfThatEdge) {
