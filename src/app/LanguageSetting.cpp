@@ -1,40 +1,11 @@
 #include "app/LanguageSetting.h"
 
 #include "localisation/LanguageTable.h"
-
-#include <limits>
-
-namespace {
-
-bool IsBlank(char16_t c) {
-    // The characters that iswspace accepts in the C locale.
-    return c == u' ' || (c >= u'\t' && c <= u'\r');
-}
-
-} // namespace
+#include "mainwindow/InitPluginPages.h"
 
 std::int32_t LanguageSetting::ToNumber(const stdstr& text) {
-    std::size_t i = 0;
-    while (i < text.size() && IsBlank(text[i]))
-        ++i;
-    bool negative = false;
-    if (i < text.size() && (text[i] == u'+' || text[i] == u'-')) {
-        negative = text[i] == u'-';
-        ++i;
-    }
-    constexpr std::int64_t Limit = std::int64_t{std::numeric_limits<std::int32_t>::max()} + 1;
-    std::int64_t value = 0;
-    for (; i < text.size() && text[i] >= u'0' && text[i] <= u'9'; ++i) {
-        if (value <= Limit)
-            value = value * 10 + (text[i] - u'0');
-    }
-    if (negative)
-        value = -value;
-    if (value > std::numeric_limits<std::int32_t>::max())
-        return std::numeric_limits<std::int32_t>::max();
-    if (value < std::numeric_limits<std::int32_t>::min())
-        return std::numeric_limits<std::int32_t>::min();
-    return static_cast<std::int32_t>(value);
+    // One reading of a language setting for the whole program: the page set-up reads it too.
+    return LanguageIdFromSetting(text);
 }
 
 stdstr LanguageSetting::NameOfId(std::int32_t id) {

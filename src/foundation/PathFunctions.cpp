@@ -1,15 +1,13 @@
 #include "foundation/PathFunctions.h"
 
+#include "foundation/ProcessSpawn.h"
+
 #include <cerrno>
 #include <climits>
-#include <csignal>
 #include <cstdlib>
 #include <fcntl.h>
-#include <spawn.h>
 #include <sys/stat.h>
 #include <unistd.h>
-
-extern char** environ;
 
 namespace {
 
@@ -59,57 +57,6 @@ bool IsProgram(const std::string& path, const struct stat& st) {
     return got >= 2 && head[0] == '#' && head[1] == '!';
 }
 
-std::vector<std::string> SplitOnBlanks(const std::string& text) {
-    std::vector<std::string> words;
-    std::string word;
-    for (const char c : text) {
-        if (c == ' ' || c == '\t') {
-            if (!word.empty())
-                words.push_back(std::move(word));
-            word.clear();
-        } else {
-            word.push_back(c);
-        }
-    }
-    if (!word.empty())
-        words.push_back(std::move(word));
-    return words;
-}
-
-// Starts `command` (looked up in PATH when it has no '/'), with the signal state reset, as
-// a freshly started program expects it. Returns the child's id, or -1 with errno set.
-pid_t Spawn(const std::vector<std::string>& command) {
-    std::vector<char*> argv;
-    argv.reserve(command.size() + 1);
-    for (const std::string& word : command)
-        argv.push_back(const_cast<char*>(word.c_str()));
-    argv.push_back(nullptr);
-
-    posix_spawnattr_t attributes;
-    if (int rc = ::posix_spawnattr_init(&attributes); rc != 0) {
-        errno = rc;
-        return -1;
-    }
-    sigset_t none;
-    sigemptyset(&none);
-    sigset_t defaults;
-    sigemptyset(&defaults);
-    sigaddset(&defaults, SIGPIPE);
-    ::posix_spawnattr_setsigmask(&attributes, &none);
-    ::posix_spawnattr_setsigdefault(&attributes, &defaults);
-    ::posix_spawnattr_setflags(&attributes,
-                               static_cast<short>(POSIX_SPAWN_SETSIGMASK | POSIX_SPAWN_SETSIGDEF));
-
-    pid_t pid = -1;
-    const int rc = ::posix_spawnp(&pid, argv[0], nullptr, &attributes, argv.data(), environ);
-    ::posix_spawnattr_destroy(&attributes);
-    if (rc != 0) {
-        errno = rc;
-        return -1;
-    }
-    return pid;
-}
-
 } // namespace
 
 stdstr AppendPathComponent(const stdstr& folder, const stdstr& name) {
@@ -157,14 +104,14 @@ bool ShellOpen(const stdstr& file, const stdstr& parameters, bool wait, ShellOpe
         if (IsProgram(local, st)) {
             runsOpener = false;
             command.push_back(local);
-            for (std::string& word : SplitOnBlanks(stdstr::fromTString(parameters)))
+            for (std::string& word : Corvane::SplitOnBlanks(stdstr::fromTString(parameters)))
                 command.push_back(std::move(word));
         } else {
             command = {Opener(), local};
         }
     }
 
-    const pid_t pid = Spawn(command);
+    const pid_t pid = Corvane::SpawnProcess(command, true);
     if (pid == -1)
         return false;
     ShellOpenInfo started(pid, std::move(command));
