@@ -79,13 +79,18 @@ stdstr CRegistry::pathOf(const stdstr& subKey) const {
     return m_path + u"\\" + subKey;
 }
 
+bool CRegistry::mayRead(const RegStore& store, const stdstr& key, const stdstr& subKey) const {
+    if (!subKey.empty())
+        return store.openKey(key, KEY_READ) == ERROR_SUCCESS;
+    return (m_access & KEY_QUERY_VALUE) != 0;
+}
+
 bool CRegistry::getString(const stdstr& value, stdstr& result, const stdstr& subKey) {
     if (!m_open)
         return false;
     const RegStore store(m_root);
     const stdstr key = pathOf(subKey);
-    if (!subKey.empty() ? store.openKey(key, KEY_READ) != ERROR_SUCCESS
-                        : (m_access & KEY_QUERY_VALUE) == 0)
+    if (!mayRead(store, key, subKey))
         return false;
     RegDocument::Value found;
     if (!queryTwice(store, key, value, found))
@@ -99,8 +104,7 @@ bool CRegistry::getNumber(const stdstr& value, std::uint32_t& result, const stds
         return false;
     const RegStore store(m_root);
     const stdstr key = pathOf(subKey);
-    if (!subKey.empty() ? store.openKey(key, KEY_READ) != ERROR_SUCCESS
-                        : (m_access & KEY_QUERY_VALUE) == 0)
+    if (!mayRead(store, key, subKey))
         return false;
     RegDocument::Value found;
     if (store.queryValue(key, value, found) != ERROR_SUCCESS || found.type != REG_DWORD ||

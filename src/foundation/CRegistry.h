@@ -7,6 +7,10 @@
 
 #include <cstdint>
 
+namespace Corvane {
+class RegStore;
+}
+
 class CRegistry {
 public:
     CRegistry() = default;
@@ -43,6 +47,9 @@ public:
 private:
     // The path of `subKey` below the open key.
     stdstr pathOf(const stdstr& subKey) const;
+    // Whether a value of `key` may be read: a sub-key must open for reading; the open key
+    // itself must have been opened with the right to query values.
+    bool mayRead(const Corvane::RegStore& store, const stdstr& key, const stdstr& subKey) const;
 
     // The open key: its root, its path below the root and the rights it was opened with.
     std::uint32_t m_root = 0;
